@@ -1,0 +1,224 @@
+#include "control.h"
+
+#include "cp1252.h"
+#include "errors.h"
+#include "runtime.h"
+
+#include <QKeyEvent>
+#include <QMouseEvent>
+
+namespace platform {
+namespace {
+
+int classicButton(Qt::MouseButton button)
+{
+    switch (button) {
+    case Qt::LeftButton: return 1;
+    case Qt::RightButton: return 2;
+    case Qt::MiddleButton: return 4;
+    default: return 0;
+    }
+}
+
+int classicShift(Qt::KeyboardModifiers modifiers)
+{
+    return (modifiers & Qt::ShiftModifier ? 1 : 0) | (modifiers & Qt::ControlModifier ? 2 : 0) |
+           (modifiers & Qt::AltModifier ? 4 : 0);
+}
+
+// The character code a key press delivers to KeyPress, or -1 for keys that deliver none.
+int keyAscii(const QKeyEvent& key)
+{
+    switch (key.key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter: return 13;
+    case Qt::Key_Backspace: return 8;
+    case Qt::Key_Escape: return 27;
+    case Qt::Key_Tab: return 9;
+    default: break;
+    }
+    const QString text = key.text();
+    if (text.size() != 1)
+        return -1;
+    return static_cast<unsigned char>(encodeAnsi(text).at(0));
+}
+
+} // namespace
+
+Control::Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect, int index)
+    : m_widget(widget), m_index(index)
+{
+    QWidget* container = parent.containerWidget();
+    widget->setParent(container);
+    widget->setObjectName(QString::fromLatin1(name));
+    if (index >= 0)
+        widget->setProperty("index", index);
+    // A click on a control belongs to the control, never to the window behind it.
+    widget->setAttribute(Qt::WA_NoMousePropagation);
+    widget->setFont(container->font());
+    Move(rect.left, rect.top, rect.width, rect.height);
+    watch(widget);
+    widget->show();
+}
+
+Control::~Control() = default;
+
+void Control::watch(QWidget* inner)
+{
+    inner->installEventFilter(this);
+}
+
+int Control::Left() const { return m_left.read(m_widget->x(), TwipsPerPixelX()); }
+int Control::Top() const { return m_top.read(m_widget->y(), TwipsPerPixelY()); }
+int Control::Width() const { return m_width.read(m_widget->width(), TwipsPerPixelX()); }
+int Control::Height() const { return m_height.read(m_widget->height(), TwipsPerPixelY()); }
+
+void Control::setLeft(int twips)
+{
+    const int px = toPixelsX(twips);
+    m_widget->move(px, m_widget->y());
+    m_left.written(twips, px);
+}
+
+void Control::setTop(int twips)
+{
+    const int px = toPixelsY(twips);
+    m_widget->move(m_widget->x(), px);
+    m_top.written(twips, px);
+}
+
+void Control::setWidth(int twips)
+{
+    if (twips < 0)
+        raiseError(ErrInvalidPropertyValue);
+    const int px = toPixelsX(twips);
+    m_widget->resize(px, m_widget->height());
+    m_width.written(twips, px);
+}
+
+void Control::setHeight(int twips)
+{
+    if (twips < 0)
+        raiseError(ErrInvalidPropertyValue);
+    const int px = toPixelsY(twips);
+    m_widget->resize(m_widget->width(), px);
+    m_height.written(twips, px);
+}
+
+void Control::Move(int left, int top, int width, int height)
+{
+    setLeft(left);
+    setTop(top);
+    setWidth(width);
+    setHeight(height);
+}
+
+void Control::setForeColor(OleColor color)
+{
+    m_foreColor = color;
+    m_ownForeColor = true;
+    applyColors();
+}
+
+void Control::setBackColor(OleColor color)
+{
+    m_backColor = color;
+    m_ownBackColor = true;
+    applyColors();
+}
+
+void Control::applyColors()
+{
+    QPalette palette = m_widget->palette();
+    if (m_ownForeColor) {
+        const QColor fore = toQColor(m_foreColor);
+        for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText})
+            palette.setColor(role, fore);
+    }
+    if (m_ownBackColor) {
+        const QColor back = toQColor(m_backColor);
+        for (const auto role : {QPalette::Window, QPalette::Base, QPalette::Button})
+            palette.setColor(role, back);
+        m_widget->setAutoFillBackground(true);
+    }
+    m_widget->setPalette(palette);
+}
+
+void Control::setFont(const QString& name, double points, bool bold)
+{
+    QFont font(name);
+    font.setPointSizeF(points);
+    font.setBold(bold);
+    m_widget->setFont(font);
+}
+
+void Control::ZOrder(int position)
+{
+    if (position == 0)
+        m_widget->raise();
+    else
+        m_widget->lower();
+}
+
+void Control::raiseEvent(const Handler& handler)
+{
+    if (handler)
+        runHandler(handler);
+}
+
+bool Control::eventFilter(QObject* watched, QEvent* event)
+{
+    (void)watched;
+    switch (event->type()) {
+    case QEvent::MouseButtonPress: {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        m_pressed = true;
+        if (m_mouseDown)
+            runHandler([&] {
+                m_mouseDown(classicButton(mouse->button()), classicShift(mouse->modifiers()),
+                            mouse->position().x() * TwipsPerPixelX(), mouse->position().y() * TwipsPerPixelY());
+            });
+        break;
+    }
+    case QEvent::MouseButtonRelease: {
+        const auto* mouse = static_cast<QMouseEvent*>(event);
+        if (m_mouseUp)
+            runHandler([&] {
+                m_mouseUp(classicButton(mouse->button()), classicShift(mouse->modifiers()),
+                          mouse->position().x() * TwipsPerPixelX(), mouse->position().y() * TwipsPerPixelY());
+            });
+        const bool inside = m_widget && m_widget->rect().contains(mouse->position().toPoint());
+        if (m_synthesizedClick && m_pressed && inside)
+            raiseClick();
+        m_pressed = false;
+        break;
+    }
+    case QEvent::MouseButtonDblClick:
+        raiseEvent(m_dblClick);
+        break;
+    case QEvent::MouseMove:
+        if (m_mouseMove) {
+            const auto* mouse = static_cast<QMouseEvent*>(event);
+            runHandler([&] {
+                m_mouseMove(classicButton(mouse->button()), classicShift(mouse->modifiers()),
+                            mouse->position().x() * TwipsPerPixelX(), mouse->position().y() * TwipsPerPixelY());
+            });
+        }
+        break;
+    case QEvent::KeyPress: {
+        const int code = keyAscii(*static_cast<QKeyEvent*>(event));
+        if (code < 0 || !m_keyPress)
+            break;
+        std::int16_t ascii = static_cast<std::int16_t>(code);
+        runHandler([&] { m_keyPress(ascii); });
+        if (ascii == 0)
+            return true; // the handler swallowed the key
+        break;
+    }
+    default:
+        break;
+    }
+    return false;
+}
+
+} // namespace platform

@@ -1,0 +1,99 @@
+#pragma once
+// The base of every control: a Qt widget placed in a window (or a frame) with its geometry in
+// twips, its design name as the Qt object name, the common properties, and the classic events
+// (Click, DblClick, MouseDown/MouseUp/MouseMove, KeyPress, Change) delivered to the window's
+// handlers through the handler boundary.
+
+#include "colors.h"
+#include "form.h"
+#include "twips.h"
+
+#include <QObject>
+#include <QPointer>
+
+#include <cstdint>
+#include <functional>
+
+namespace platform {
+
+using Handler = std::function<void()>;
+// button (1 left, 2 right, 4 middle), shift state, x and y in twips
+using MouseHandler = std::function<void(int button, int shift, double x, double y)>;
+// The character code; set it to 0 to swallow the key.
+using KeyPressHandler = std::function<void(std::int16_t& keyAscii)>;
+
+class Control : public QObject {
+    Q_OBJECT
+public:
+    ~Control() override;
+
+    QWidget* widget() const { return m_widget; }
+    QString Name() const { return m_widget->objectName(); }
+    int Index() const { return m_index; } // -1 outside a control array
+
+    int Left() const;
+    void setLeft(int twips);
+    int Top() const;
+    void setTop(int twips);
+    int Width() const;
+    void setWidth(int twips);   // a negative size raises "Invalid property value" (380)
+    int Height() const;
+    void setHeight(int twips);
+    void Move(int left, int top, int width, int height);
+
+    bool Visible() const { return !m_widget->isHidden(); }
+    void setVisible(bool visible) { m_widget->setVisible(visible); }
+    bool Enabled() const { return m_widget->isEnabled(); }
+    void setEnabled(bool enabled) { m_widget->setEnabled(enabled); }
+
+    OleColor ForeColor() const { return m_foreColor; }
+    void setForeColor(OleColor color);
+    OleColor BackColor() const { return m_backColor; }
+    void setBackColor(OleColor color);
+    void setFont(const QString& name, double points, bool bold = false);
+    void setToolTipText(const QString& text) { m_widget->setToolTip(text); }
+
+    // 0 brings the control to the front, 1 sends it behind its siblings.
+    void ZOrder(int position);
+    void SetFocus() { m_widget->setFocus(); }
+
+    void onClick(Handler h) { m_click = std::move(h); }
+    void onDblClick(Handler h) { m_dblClick = std::move(h); }
+    void onMouseDown(MouseHandler h) { m_mouseDown = std::move(h); }
+    void onMouseUp(MouseHandler h) { m_mouseUp = std::move(h); }
+    void onMouseMove(MouseHandler h) { m_mouseMove = std::move(h); }
+    void onKeyPress(KeyPressHandler h) { m_keyPress = std::move(h); }
+    void onChange(Handler h) { m_change = std::move(h); }
+
+protected:
+    // index: the element's index in a control array, or -1.
+    Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect, int index = -1);
+
+    // Controls whose widget reports clicks itself (buttons, check boxes) turn this off.
+    void setSynthesizedClick(bool on) { m_synthesizedClick = on; }
+    // Listens to a further widget inside this one (a combo box's editor).
+    void watch(QWidget* inner);
+    void raiseClick() { raiseEvent(m_click); }
+    void raiseChange() { raiseEvent(m_change); }
+    void raiseEvent(const Handler& handler);
+    virtual void applyColors();
+
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    QPointer<QWidget> m_widget;
+    int m_index;
+    TwipsMemo m_left, m_top, m_width, m_height;
+    OleColor m_foreColor = vbButtonText;
+    OleColor m_backColor = vbButtonFace;
+    bool m_ownBackColor = false;
+    bool m_ownForeColor = false;
+    bool m_synthesizedClick = true;
+    bool m_pressed = false;
+
+    Handler m_click, m_dblClick, m_change;
+    MouseHandler m_mouseDown, m_mouseUp, m_mouseMove;
+    KeyPressHandler m_keyPress;
+};
+
+} // namespace platform

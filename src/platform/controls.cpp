@@ -1,0 +1,336 @@
+#include "controls.h"
+
+#include "errors.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QListWidget>
+#include <QPainter>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QScrollBar>
+#include <QSlider>
+
+namespace platform {
+
+// Label ---------------------------------------------------------------------------------
+
+Label::Label(Container& parent, const char* name, TwipsRect rect, const QString& caption, int index)
+    : Control(parent, name, new QLabel(caption), rect, index)
+{
+    label()->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+}
+
+QLabel* Label::label() const { return static_cast<QLabel*>(widget()); }
+QString Label::Caption() const { return label()->text(); }
+void Label::setCaption(const QString& caption) { label()->setText(caption); }
+void Label::setWordWrap(bool wrap) { label()->setWordWrap(wrap); }
+
+void Label::setAlignment(int alignment)
+{
+    const Qt::Alignment h = alignment == 1 ? Qt::AlignRight : alignment == 2 ? Qt::AlignHCenter : Qt::AlignLeft;
+    label()->setAlignment(h | Qt::AlignTop);
+}
+
+// TextBox -------------------------------------------------------------------------------
+
+namespace {
+QWidget* makeTextWidget(TextBox::Lines lines)
+{
+    if (lines == TextBox::Lines::Multi)
+        return new QPlainTextEdit;
+    return new QLineEdit;
+}
+} // namespace
+
+TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QString& text, Lines lines)
+    : Control(parent, name, makeTextWidget(lines), rect)
+{
+    if (lines == Lines::Multi) {
+        m_multi = static_cast<QPlainTextEdit*>(widget());
+        m_multi->setPlainText(text);
+        watch(m_multi->viewport());
+        QObject::connect(m_multi, &QPlainTextEdit::textChanged, this, [this] { raiseChange(); });
+    } else {
+        m_single = static_cast<QLineEdit*>(widget());
+        m_single->setText(text);
+        QObject::connect(m_single, &QLineEdit::textChanged, this, [this] { raiseChange(); });
+    }
+}
+
+QString TextBox::Text() const
+{
+    return m_multi ? m_multi->toPlainText() : m_single->text();
+}
+
+void TextBox::setText(const QString& text)
+{
+    if (m_multi)
+        m_multi->setPlainText(text);
+    else
+        m_single->setText(text);
+}
+
+void TextBox::setLocked(bool locked)
+{
+    if (m_multi)
+        m_multi->setReadOnly(locked);
+    else
+        m_single->setReadOnly(locked);
+}
+
+// CommandButton -------------------------------------------------------------------------
+
+CommandButton::CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption)
+    : Control(parent, name, new QPushButton(caption), rect)
+{
+    setSynthesizedClick(false);
+    QObject::connect(button(), &QPushButton::clicked, this, [this] { raiseClick(); });
+}
+
+QPushButton* CommandButton::button() const { return static_cast<QPushButton*>(widget()); }
+QString CommandButton::Caption() const { return button()->text(); }
+void CommandButton::setCaption(const QString& caption) { button()->setText(caption); }
+
+// Image ---------------------------------------------------------------------------------
+
+Image::Image(Container& parent, const char* name, TwipsRect rect, Fit fit)
+    : Control(parent, name, new QLabel, rect), m_fit(fit)
+{
+    label()->setScaledContents(fit == Fit::Stretch);
+}
+
+QLabel* Image::label() const { return static_cast<QLabel*>(widget()); }
+
+void Image::setPicture(const QPixmap& picture)
+{
+    m_picture = picture;
+    label()->setPixmap(picture);
+    if (m_fit == Fit::Natural && !picture.isNull()) {
+        setWidth(toTwipsX(picture.width()));
+        setHeight(toTwipsY(picture.height()));
+    }
+}
+
+// CheckBox ------------------------------------------------------------------------------
+
+CheckBox::CheckBox(Container& parent, const char* name, TwipsRect rect, const QString& caption)
+    : Control(parent, name, new QCheckBox(caption), rect)
+{
+    box()->setTristate(false);
+    setSynthesizedClick(false);
+    QObject::connect(box(), &QCheckBox::clicked, this, [this] { raiseClick(); });
+}
+
+QCheckBox* CheckBox::box() const { return static_cast<QCheckBox*>(widget()); }
+QString CheckBox::Caption() const { return box()->text(); }
+
+int CheckBox::Value() const
+{
+    switch (box()->checkState()) {
+    case Qt::Checked: return 1;
+    case Qt::PartiallyChecked: return 2;
+    default: return 0;
+    }
+}
+
+void CheckBox::setValue(int value)
+{
+    if (value < 0 || value > 2)
+        raiseError(ErrInvalidPropertyValue);
+    if (value == 2)
+        box()->setTristate(true);
+    box()->setCheckState(value == 1 ? Qt::Checked : value == 2 ? Qt::PartiallyChecked : Qt::Unchecked);
+}
+
+// ComboBox ------------------------------------------------------------------------------
+
+ComboBox::ComboBox(Container& parent, const char* name, TwipsRect rect, const QString& text)
+    : Control(parent, name, new QComboBox, rect)
+{
+    combo()->setEditable(true);
+    combo()->setInsertPolicy(QComboBox::NoInsert);
+    combo()->setEditText(text);
+    watch(combo()->lineEdit());
+    QObject::connect(combo(), &QComboBox::editTextChanged, this, [this] { raiseChange(); });
+}
+
+QComboBox* ComboBox::combo() const { return static_cast<QComboBox*>(widget()); }
+QString ComboBox::Text() const { return combo()->currentText(); }
+void ComboBox::setText(const QString& text) { combo()->setEditText(text); }
+void ComboBox::AddItem(const QString& item) { combo()->addItem(item); }
+int ComboBox::ListCount() const { return combo()->count(); }
+
+// ListBox -------------------------------------------------------------------------------
+
+ListBox::ListBox(Container& parent, const char* name, TwipsRect rect)
+    : Control(parent, name, new QListWidget, rect)
+{
+    watch(list()->viewport());
+}
+
+QListWidget* ListBox::list() const { return static_cast<QListWidget*>(widget()); }
+void ListBox::AddItem(const QString& item) { list()->addItem(item); }
+void ListBox::Clear() { list()->clear(); }
+int ListBox::ListCount() const { return list()->count(); }
+int ListBox::ListIndex() const { return list()->currentRow(); }
+void ListBox::setListIndex(int index) { list()->setCurrentRow(index); }
+
+void ListBox::RemoveItem(int index)
+{
+    if (index < 0 || index >= list()->count())
+        raiseError(ErrInvalidProcedureCall);
+    delete list()->takeItem(index);
+}
+
+QString ListBox::List(int index) const
+{
+    const QListWidgetItem* item = list()->item(index);
+    return item ? item->text() : QString();
+}
+
+QString ListBox::Text() const
+{
+    return List(ListIndex());
+}
+
+// Frame ---------------------------------------------------------------------------------
+
+Frame::Frame(Container& parent, const char* name, TwipsRect rect, const QString& caption)
+    : Control(parent, name, new QGroupBox(caption), rect)
+{
+}
+
+void Frame::setCaption(const QString& caption) { static_cast<QGroupBox*>(widget())->setTitle(caption); }
+
+// Line ----------------------------------------------------------------------------------
+
+class Line::Canvas : public QWidget {
+public:
+    Line* owner = nullptr;
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setPen(QPen(toQColor(owner->m_color), owner->m_width));
+        const QPoint origin = pos();
+        painter.drawLine(QPoint(toPixelsX(owner->m_x1), toPixelsY(owner->m_y1)) - origin,
+                         QPoint(toPixelsX(owner->m_x2), toPixelsY(owner->m_y2)) - origin);
+    }
+};
+
+namespace {
+template <class Canvas>
+Canvas* makeCanvas()
+{
+    auto* canvas = new Canvas;
+    canvas->setAttribute(Qt::WA_TransparentForMouseEvents);
+    return canvas;
+}
+} // namespace
+
+Line::Line(Container& parent, const char* name, int x1, int y1, int x2, int y2, int index)
+    : Control(parent, name, makeCanvas<Canvas>(), {}, index), m_x1(x1), m_y1(y1), m_x2(x2), m_y2(y2)
+{
+    canvas()->owner = this;
+    setEnds(x1, y1, x2, y2);
+}
+
+Line::Canvas* Line::canvas() const { return static_cast<Canvas*>(widget()); }
+
+void Line::setEnds(int x1, int y1, int x2, int y2)
+{
+    m_x1 = x1, m_y1 = y1, m_x2 = x2, m_y2 = y2;
+    const int margin = m_width + 1;
+    const QRect box = QRect(QPoint(toPixelsX(x1), toPixelsY(y1)), QPoint(toPixelsX(x2), toPixelsY(y2)))
+                          .normalized()
+                          .adjusted(-margin, -margin, margin, margin);
+    widget()->setGeometry(box);
+    widget()->update();
+}
+
+void Line::setBorderColor(OleColor color)
+{
+    m_color = color;
+    widget()->update();
+}
+
+void Line::setBorderWidth(int pixels)
+{
+    m_width = std::max(pixels, 1);
+    setEnds(m_x1, m_y1, m_x2, m_y2);
+}
+
+// Shape ---------------------------------------------------------------------------------
+
+class Shape::Canvas : public QWidget {
+public:
+    Shape* owner = nullptr;
+    void paintEvent(QPaintEvent*) override
+    {
+        QPainter painter(this);
+        painter.setPen(toQColor(owner->m_color));
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+    }
+};
+
+Shape::Shape(Container& parent, const char* name, TwipsRect rect)
+    : Control(parent, name, makeCanvas<Canvas>(), rect)
+{
+    static_cast<Canvas*>(widget())->owner = this;
+}
+
+void Shape::setBorderColor(OleColor color)
+{
+    m_color = color;
+    widget()->update();
+}
+
+// PictureBox ----------------------------------------------------------------------------
+
+PictureBox::PictureBox(Container& parent, const char* name, TwipsRect rect)
+    : Control(parent, name, new QLabel, rect)
+{
+    label()->setAlignment(Qt::AlignLeft | Qt::AlignTop);
+    setBackColor(vbButtonFace);
+}
+
+QLabel* PictureBox::label() const { return static_cast<QLabel*>(widget()); }
+void PictureBox::setPicture(const QPixmap& picture) { label()->setPixmap(picture); }
+
+// ScrollBar and Slider ------------------------------------------------------------------
+
+ScrollBar::ScrollBar(Container& parent, const char* name, TwipsRect rect, Orientation orientation)
+    : ScrollBar(parent, name, rect,
+                new QScrollBar(orientation == Orientation::Horizontal ? Qt::Horizontal : Qt::Vertical))
+{
+}
+
+ScrollBar::ScrollBar(Container& parent, const char* name, TwipsRect rect, QAbstractSlider* slider)
+    : Control(parent, name, slider, rect)
+{
+    slider->setRange(0, 32767);
+    QObject::connect(slider, &QAbstractSlider::valueChanged, this, [this] { raiseChange(); });
+}
+
+QAbstractSlider* ScrollBar::slider() const { return static_cast<QAbstractSlider*>(widget()); }
+int ScrollBar::Min() const { return slider()->minimum(); }
+int ScrollBar::Max() const { return slider()->maximum(); }
+void ScrollBar::setRange(int min, int max) { slider()->setRange(min, max); }
+int ScrollBar::Value() const { return slider()->value(); }
+
+void ScrollBar::setValue(int value)
+{
+    if (value < slider()->minimum() || value > slider()->maximum())
+        raiseError(ErrInvalidPropertyValue);
+    slider()->setValue(value);
+}
+
+Slider::Slider(Container& parent, const char* name, TwipsRect rect)
+    : ScrollBar(parent, name, rect, new QSlider(Qt::Horizontal))
+{
+}
+
+} // namespace platform

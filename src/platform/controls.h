@@ -1,0 +1,188 @@
+#pragma once
+// The standard controls: label, text box, command button, image, check box, combo box,
+// list box, frame, line, shape, picture box, scroll bar and slider. Each is a thin Control
+// over one Qt widget with the classic property names.
+
+#include "control.h"
+
+#include <QPixmap>
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QCheckBox;
+class QComboBox;
+class QListWidget;
+class QGroupBox;
+class QAbstractSlider;
+
+namespace platform {
+
+class Label : public Control {
+public:
+    Label(Container& parent, const char* name, TwipsRect rect, const QString& caption = {}, int index = -1);
+    QString Caption() const;
+    void setCaption(const QString& caption);
+    // 0 left, 1 right, 2 centre
+    void setAlignment(int alignment);
+    void setWordWrap(bool wrap);
+
+private:
+    QLabel* label() const;
+};
+
+class TextBox : public Control {
+public:
+    enum class Lines { Single, Multi };
+    TextBox(Container& parent, const char* name, TwipsRect rect, const QString& text = {},
+            Lines lines = Lines::Single);
+    QString Text() const;
+    void setText(const QString& text);
+    void setLocked(bool locked);
+
+private:
+    QLineEdit* m_single = nullptr;
+    QPlainTextEdit* m_multi = nullptr;
+};
+
+class CommandButton : public Control {
+public:
+    CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption);
+    QString Caption() const;
+    void setCaption(const QString& caption);
+
+private:
+    QPushButton* button() const;
+};
+
+// A picture from a bitmap: at its natural size, which then sets the control's size, or
+// stretched over the control.
+class Image : public Control {
+public:
+    enum class Fit { Natural, Stretch };
+    Image(Container& parent, const char* name, TwipsRect rect, Fit fit = Fit::Natural);
+    const QPixmap& Picture() const { return m_picture; }
+    void setPicture(const QPixmap& picture);
+
+private:
+    QLabel* label() const;
+    QPixmap m_picture;
+    Fit m_fit;
+};
+
+class CheckBox : public Control {
+public:
+    CheckBox(Container& parent, const char* name, TwipsRect rect, const QString& caption = {});
+    // 0 unchecked, 1 checked, 2 grey
+    int Value() const;
+    void setValue(int value);
+    QString Caption() const;
+
+private:
+    QCheckBox* box() const;
+};
+
+// A drop-down combo box with editable text.
+class ComboBox : public Control {
+public:
+    ComboBox(Container& parent, const char* name, TwipsRect rect, const QString& text = {});
+    QString Text() const;
+    void setText(const QString& text);
+    void AddItem(const QString& item);
+    int ListCount() const;
+
+private:
+    QComboBox* combo() const;
+};
+
+class ListBox : public Control {
+public:
+    ListBox(Container& parent, const char* name, TwipsRect rect);
+    void AddItem(const QString& item);
+    // An index outside the list raises "Invalid procedure call" (5).
+    void RemoveItem(int index);
+    void Clear();
+    int ListCount() const;
+    QString List(int index) const; // "" outside the list
+    int ListIndex() const;         // -1: nothing selected
+    void setListIndex(int index);
+    QString Text() const;          // the selected item, or ""
+
+private:
+    QListWidget* list() const;
+};
+
+// A container with a caption, for grouping controls.
+class Frame : public Control, public Container {
+public:
+    Frame(Container& parent, const char* name, TwipsRect rect, const QString& caption = {});
+    QWidget* containerWidget() override { return widget(); }
+    void setCaption(const QString& caption);
+};
+
+// A straight line from (X1, Y1) to (X2, Y2), in twips of its container; it takes no clicks.
+class Line : public Control {
+public:
+    Line(Container& parent, const char* name, int x1, int y1, int x2, int y2, int index = -1);
+    int X1() const { return m_x1; }
+    int Y1() const { return m_y1; }
+    int X2() const { return m_x2; }
+    int Y2() const { return m_y2; }
+    void setEnds(int x1, int y1, int x2, int y2);
+    OleColor BorderColor() const { return m_color; }
+    void setBorderColor(OleColor color);
+    int BorderWidth() const { return m_width; }
+    void setBorderWidth(int pixels);
+
+private:
+    class Canvas;
+    Canvas* canvas() const;
+    int m_x1, m_y1, m_x2, m_y2;
+    OleColor m_color = vbWindowText;
+    int m_width = 1;
+};
+
+// A rectangle outline; it takes no clicks.
+class Shape : public Control {
+public:
+    Shape(Container& parent, const char* name, TwipsRect rect);
+    OleColor BorderColor() const { return m_color; }
+    void setBorderColor(OleColor color);
+
+private:
+    class Canvas;
+    OleColor m_color = vbWindowText;
+};
+
+class PictureBox : public Control, public Container {
+public:
+    PictureBox(Container& parent, const char* name, TwipsRect rect);
+    QWidget* containerWidget() override { return widget(); }
+    void setPicture(const QPixmap& picture);
+
+private:
+    QLabel* label() const;
+};
+
+class ScrollBar : public Control {
+public:
+    enum class Orientation { Horizontal, Vertical };
+    ScrollBar(Container& parent, const char* name, TwipsRect rect, Orientation orientation);
+    int Min() const;
+    int Max() const;
+    void setRange(int min, int max);
+    int Value() const;
+    void setValue(int value);
+
+protected:
+    ScrollBar(Container& parent, const char* name, TwipsRect rect, QAbstractSlider* slider);
+    QAbstractSlider* slider() const;
+};
+
+class Slider : public ScrollBar {
+public:
+    Slider(Container& parent, const char* name, TwipsRect rect);
+};
+
+} // namespace platform

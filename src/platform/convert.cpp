@@ -1,0 +1,217 @@
+#include "convert.h"
+
+#include "errors.h"
+
+#include <QLocale>
+#include <QTime>
+
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+#include <limits>
+
+namespace platform {
+namespace {
+
+// Classic text of a binary floating-point value with the given number of significant digits.
+QString classicNumberText(double value, int digits)
+{
+    if (value == 0 || std::isnan(value))
+        return QStringLiteral("0");
+    if (std::isinf(value))
+        return value > 0 ? QStringLiteral("1.#INF") : QStringLiteral("-1.#INF");
+
+    char buffer[64];
+    std::snprintf(buffer, sizeof buffer, "%.*e", digits - 1, std::fabs(value));
+    // buffer: d.ddddde[+-]xx
+    const char* e = std::strchr(buffer, 'e');
+    const int exponent = std::atoi(e + 1);
+    QString mantissa;
+    for (const char* p = buffer; p != e; ++p)
+        if (*p != '.')
+            mantissa += QLatin1Char(*p);
+    while (mantissa.size() > 1 && mantissa.endsWith(QLatin1Char('0')))
+        mantissa.chop(1);
+
+    const QString sign = value < 0 ? QStringLiteral("-") : QString();
+    const qsizetype n = mantissa.size();
+    const bool plain = exponent >= 0 ? exponent < digits : (-exponent - 1) + n <= digits;
+    if (!plain) {
+        QString text = sign + mantissa.left(1);
+        if (n > 1)
+            text += QLatin1Char('.') + mantissa.mid(1);
+        text += QLatin1Char('E');
+        text += QLatin1Char(exponent < 0 ? '-' : '+');
+        return text + QString::number(std::abs(exponent)).rightJustified(2, QLatin1Char('0'));
+    }
+    if (exponent >= 0) {
+        if (n <= exponent + 1)
+            return sign + mantissa + QString(exponent + 1 - n, QLatin1Char('0'));
+        return sign + mantissa.left(exponent + 1) + QLatin1Char('.') + mantissa.mid(exponent + 1);
+    }
+    return sign + QStringLiteral("0.") + QString(-exponent - 1, QLatin1Char('0')) + mantissa;
+}
+
+bool isBlank(QChar c)
+{
+    return c == QLatin1Char(' ') || c == QLatin1Char('\t') || c == QLatin1Char('\n') ||
+           c == QLatin1Char('\r');
+}
+
+} // namespace
+
+QString DoubleToText(double value)
+{
+    return classicNumberText(value, 15);
+}
+
+QString SingleToText(float value)
+{
+    return classicNumberText(static_cast<double>(value), 7);
+}
+
+double Val(const QString& text)
+{
+    QString s;
+    for (const QChar c : text)
+        if (!isBlank(c))
+            s += c;
+
+    if (s.size() >= 2 && s[0] == QLatin1Char('&')) {
+        const QChar kind = s[1].toUpper();
+        int base = kind == QLatin1Char('H') ? 16 : kind == QLatin1Char('O') ? 8 : 0;
+        if (base == 0)
+            return 0;
+        qint64 result = 0;
+        for (qsizetype i = 2; i < s.size(); ++i) {
+            const int digit = s[i].isDigit() && s[i].unicode() < 128 ? s[i].unicode() - '0'
+                              : (s[i].toUpper() >= QLatin1Char('A') && s[i].toUpper() <= QLatin1Char('F'))
+                                  ? s[i].toUpper().unicode() - 'A' + 10
+                                  : -1;
+            if (digit < 0 || digit >= base)
+                break;
+            result = result * base + digit;
+        }
+        return static_cast<double>(result);
+    }
+
+    qsizetype i = 0;
+    QString number;
+    if (i < s.size() && (s[i] == QLatin1Char('+') || s[i] == QLatin1Char('-')))
+        number += s[i++];
+    bool digits = false;
+    while (i < s.size() && s[i].isDigit() && s[i].unicode() < 128) {
+        number += s[i++];
+        digits = true;
+    }
+    if (i < s.size() && s[i] == QLatin1Char('.')) {
+        number += s[i++];
+        while (i < s.size() && s[i].isDigit() && s[i].unicode() < 128) {
+            number += s[i++];
+            digits = true;
+        }
+    }
+    if (!digits)
+        return 0;
+    if (i < s.size() && (s[i].toUpper() == QLatin1Char('E') || s[i].toUpper() == QLatin1Char('D'))) {
+        QString exponent = QStringLiteral("e");
+        qsizetype j = i + 1;
+        if (j < s.size() && (s[j] == QLatin1Char('+') || s[j] == QLatin1Char('-')))
+            exponent += s[j++];
+        bool expDigits = false;
+        while (j < s.size() && s[j].isDigit() && s[j].unicode() < 128) {
+            exponent += s[j++];
+            expDigits = true;
+        }
+        if (expDigits)
+            number += exponent;
+    }
+    return number.toDouble();
+}
+
+double TextToDouble(const QString& text)
+{
+    const QString trimmed = text.trimmed();
+    const QLocale locale;
+    bool ok = false;
+    double value = locale.toDouble(trimmed, &ok);
+    if (!ok) {
+        // Group separators in odd places ("1,2,34") are accepted by the classic runtime.
+        QString ungrouped = trimmed;
+        ungrouped.remove(locale.groupSeparator());
+        value = locale.toDouble(ungrouped, &ok);
+    }
+    if (!ok || trimmed.isEmpty())
+        raiseError(ErrTypeMismatch);
+    return value;
+}
+
+double RoundHalfEven(double value)
+{
+    return std::nearbyint(value); // the default floating-point rounding mode is half to even
+}
+
+std::int16_t ToInteger(double value)
+{
+    const double rounded = RoundHalfEven(value);
+    if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
+          rounded <= std::numeric_limits<std::int16_t>::max()))
+        raiseError(ErrOverflow);
+    return static_cast<std::int16_t>(rounded);
+}
+
+std::int32_t ToLong(double value)
+{
+    const double rounded = RoundHalfEven(value);
+    if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
+          rounded <= std::numeric_limits<std::int32_t>::max()))
+        raiseError(ErrOverflow);
+    return static_cast<std::int32_t>(rounded);
+}
+
+QString FormatTwoDigits(double value)
+{
+    const double rounded = std::round(value);
+    const QString digits =
+        QString::number(std::fabs(rounded), 'f', 0).rightJustified(2, QLatin1Char('0'));
+    return rounded < 0 ? QLatin1Char('-') + digits : digits;
+}
+
+Integer::Integer(int value)
+{
+    if (value < std::numeric_limits<std::int16_t>::min() ||
+        value > std::numeric_limits<std::int16_t>::max())
+        raiseError(ErrOverflow);
+    m_value = static_cast<std::int16_t>(value);
+}
+
+double SecondsSinceMidnight()
+{
+    return QTime::currentTime().msecsSinceStartOfDay() / 1000.0;
+}
+
+QString TimeOfDayText()
+{
+    QString format = QLocale().timeFormat(QLocale::LongFormat);
+    format.remove(QLatin1Char('t')); // no time zone, as the classic Time shows none
+    return QTime::currentTime().toString(format.trimmed());
+}
+
+void RandomSource::Randomize(double seed)
+{
+    // Mix the seed's bits into the middle of the state, as the classic Randomize does, so that
+    // nearby seeds (successive clock readings) give different sequences.
+    std::uint64_t bits;
+    std::memcpy(&bits, &seed, sizeof bits);
+    const auto high = static_cast<std::uint32_t>(bits >> 32);
+    const std::uint32_t mixed = (high ^ (high >> 16) ^ static_cast<std::uint32_t>(bits)) & 0xFFFF;
+    m_state = ((m_state & 0xFF00FF) | (mixed << 8)) & kMask;
+}
+
+double RandomSource::Rnd()
+{
+    m_state = (m_state * 0x43FD43FDu + 0xC39EC3u) & kMask;
+    return m_state / 16777216.0;
+}
+
+} // namespace platform

@@ -1,0 +1,258 @@
+#include "form.h"
+
+#include "errors.h"
+#include "runtime.h"
+
+#include <QCloseEvent>
+#include <QPainter>
+
+namespace platform {
+
+Form::Form(const char* name, int clientWidth, int clientHeight)
+{
+    setObjectName(QString::fromLatin1(name));
+    setAttribute(Qt::WA_QuitOnClose, false);
+    resize(toPixelsX(clientWidth), toPixelsY(clientHeight));
+    ensureSurface();
+}
+
+Form::~Form() = default;
+
+void Form::Show()
+{
+    if (!isVisible())
+        show();
+    raise();
+    activateWindow();
+}
+
+void Form::Hide()
+{
+    hide();
+}
+
+void Form::setBorderless()
+{
+    const bool visible = isVisible();
+    setWindowFlag(Qt::FramelessWindowHint, true);
+    if (visible)
+        show();
+}
+
+void Form::setTopMost()
+{
+    if (windowFlags() & Qt::WindowStaysOnTopHint)
+        return;
+    const bool visible = isVisible();
+    setWindowFlag(Qt::WindowStaysOnTopHint, true); // hides a shown window; show it again
+    if (visible)
+        show();
+}
+
+void Form::noteFrame()
+{
+    if (isVisible() && !isMinimized())
+        m_frame = frameGeometry().size() - size();
+}
+
+int Form::Left() const { return m_left.read(pos().x(), TwipsPerPixelX()); }
+int Form::Top() const { return m_top.read(pos().y(), TwipsPerPixelY()); }
+int Form::Width() const { return m_width.read(width() + m_frame.width(), TwipsPerPixelX()); }
+int Form::Height() const { return m_height.read(height() + m_frame.height(), TwipsPerPixelY()); }
+
+void Form::setLeft(int twips)
+{
+    const int px = toPixelsX(twips);
+    move(px, pos().y());
+    m_left.written(twips, px);
+}
+
+void Form::setTop(int twips)
+{
+    const int px = toPixelsY(twips);
+    move(pos().x(), px);
+    m_top.written(twips, px);
+}
+
+void Form::setWidth(int twips)
+{
+    if (twips < 0)
+        raiseError(ErrInvalidPropertyValue);
+    const int outer = toPixelsX(twips);
+    resize(std::max(outer - m_frame.width(), 0), height());
+    m_width.written(twips, outer);
+    Q_EMIT sizeWritten(twips, Height());
+}
+
+void Form::setHeight(int twips)
+{
+    if (twips < 0)
+        raiseError(ErrInvalidPropertyValue);
+    const int outer = toPixelsY(twips);
+    resize(width(), std::max(outer - m_frame.height(), 0));
+    m_height.written(twips, outer);
+    Q_EMIT sizeWritten(Width(), twips);
+}
+
+int Form::WindowState() const
+{
+    if (isMinimized())
+        return vbMinimized;
+    if (isMaximized())
+        return vbMaximized;
+    return vbNormal;
+}
+
+void Form::setWindowState(int state)
+{
+    switch (state) {
+    case vbNormal: QWidget::setWindowState(Qt::WindowNoState); break;
+    case vbMinimized: QWidget::setWindowState(Qt::WindowMinimized); break;
+    case vbMaximized: QWidget::setWindowState(Qt::WindowMaximized); break;
+    default: raiseError(ErrInvalidPropertyValue);
+    }
+}
+
+// Drawing surface ------------------------------------------------------------------------
+
+void Form::ensureSurface()
+{
+    if (m_surface.size() == size() || size().isEmpty())
+        return;
+    QImage grown(size().expandedTo(m_surface.size()), QImage::Format_RGB32);
+    grown.fill(toQColor(m_backColor));
+    if (!m_surface.isNull()) {
+        QPainter painter(&grown);
+        painter.drawImage(0, 0, m_surface);
+    }
+    m_surface = std::move(grown);
+}
+
+void Form::setBackColor(OleColor color)
+{
+    m_backColor = color;
+    Cls();
+}
+
+void Form::Cls()
+{
+    m_surface.fill(toQColor(m_backColor));
+    update();
+}
+
+void Form::ScaleTwips() { m_scaleMode = ScaleMode::Twips; }
+void Form::ScalePixels() { m_scaleMode = ScaleMode::Pixels; }
+
+void Form::Scale(double left, double top, double right, double bottom)
+{
+    m_scaleMode = ScaleMode::User;
+    m_userScale = QRectF(QPointF(left, top), QPointF(right, bottom));
+}
+
+double Form::ScaleWidth() const
+{
+    switch (m_scaleMode) {
+    case ScaleMode::Pixels: return width();
+    case ScaleMode::User: return m_userScale.width();
+    default: return toTwipsX(width());
+    }
+}
+
+double Form::ScaleHeight() const
+{
+    switch (m_scaleMode) {
+    case ScaleMode::Pixels: return height();
+    case ScaleMode::User: return m_userScale.height();
+    default: return toTwipsY(height());
+    }
+}
+
+QPointF Form::toSurface(double x, double y) const
+{
+    switch (m_scaleMode) {
+    case ScaleMode::Pixels: return {x, y};
+    case ScaleMode::User:
+        return {(x - m_userScale.left()) * width() / m_userScale.width(),
+                (y - m_userScale.top()) * height() / m_userScale.height()};
+    default: return {x / TwipsPerPixelX(), y / TwipsPerPixelY()};
+    }
+}
+
+void Form::Line(double x1, double y1, double x2, double y2, OleColor color)
+{
+    const QPointF a = toSurface(x1, y1);
+    const QPointF b = toSurface(x2, y2);
+    {
+        QPainter painter(&m_surface);
+        painter.setPen(toQColor(color));
+        painter.drawLine(a, b);
+    }
+    update(QRectF(a, b).normalized().toAlignedRect().adjusted(-1, -1, 1, 1));
+}
+
+void Form::Circle(double x, double y, double radius, OleColor color)
+{
+    const QPointF centre = toSurface(x, y);
+    const double r = toSurface(x + radius, y).x() - centre.x();
+    {
+        QPainter painter(&m_surface);
+        painter.setPen(toQColor(color));
+        if (r < 0.5)
+            painter.drawPoint(centre);
+        else
+            painter.drawEllipse(centre, r, r);
+    }
+    update(QRectF(centre.x() - r - 1, centre.y() - r - 1, 2 * r + 2, 2 * r + 2).toAlignedRect());
+}
+
+// Events ----------------------------------------------------------------------------------
+
+void Form::paintEvent(QPaintEvent* event)
+{
+    QPainter painter(this);
+    painter.drawImage(event->rect(), m_surface, event->rect());
+}
+
+void Form::resizeEvent(QResizeEvent* event)
+{
+    QWidget::resizeEvent(event);
+    ensureSurface();
+    noteFrame();
+    runHandler([this] { Form_Resize(); });
+}
+
+void Form::moveEvent(QMoveEvent* event)
+{
+    QWidget::moveEvent(event);
+    noteFrame();
+}
+
+void Form::changeEvent(QEvent* event)
+{
+    QWidget::changeEvent(event);
+    if (event->type() == QEvent::WindowStateChange)
+        runHandler([this] { Form_Resize(); });
+}
+
+void Form::closeEvent(QCloseEvent* event)
+{
+    // The window goes through Unload, whose handler decides; Qt must not close it by itself.
+    event->ignore();
+    runHandler([this] { Unload(*this); });
+}
+
+void Form::mousePressEvent(QMouseEvent* event)
+{
+    m_pressed = true;
+    QWidget::mousePressEvent(event);
+}
+
+void Form::mouseReleaseEvent(QMouseEvent* event)
+{
+    QWidget::mouseReleaseEvent(event);
+    if (m_pressed && rect().contains(event->position().toPoint()))
+        runHandler([this] { Form_Click(); });
+    m_pressed = false;
+}
+
+} // namespace platform

@@ -1,0 +1,116 @@
+#pragma once
+// A window of the classic form model. Each window class has one instance, made by the runtime
+// on first touch (form<T>()), which then runs Form_Load; Show, Hide and Unload are separate.
+// Positions and sizes are in twips; Width and Height are the outer size, frame included
+// (the frame is what the window manager reports, nothing where there is none).
+//
+// A window is also a drawing surface: a background colour, a scale (twips, pixels or a user
+// scale such as 100 by 100 units over the client area) and lines and circles drawn in that
+// scale, kept in one backing image until the window is cleared or its background set.
+
+#include "colors.h"
+#include "twips.h"
+
+#include <QImage>
+#include <QWidget>
+
+#include <cstdint>
+#include <functional>
+
+namespace platform {
+
+class Forms;
+
+// Anything controls can be placed in: a window, a frame, a picture box.
+class Container {
+public:
+    virtual ~Container() = default;
+    virtual QWidget* containerWidget() = 0;
+};
+
+enum WindowStates : int { vbNormal = 0, vbMinimized = 1, vbMaximized = 2 };
+
+class Form : public QWidget, public Container {
+    Q_OBJECT
+public:
+    // The designed client area, in twips.
+    Form(const char* name, int clientWidth, int clientHeight);
+    ~Form() override;
+
+    QWidget* containerWidget() override { return this; }
+
+    void Show();
+    void Hide();
+    bool Visible() const { return isVisible(); }
+
+    QString Caption() const { return windowTitle(); }
+    void setCaption(const QString& caption) { setWindowTitle(caption); }
+    // BorderStyle 0: no title bar and no frame.
+    void setBorderless();
+
+    int Left() const;
+    void setLeft(int twips);
+    int Top() const;
+    void setTop(int twips);
+    int Width() const;
+    void setWidth(int twips);
+    int Height() const;
+    void setHeight(int twips);
+    int WindowState() const;
+    void setWindowState(int state);
+    void setTopMost();
+
+    // Drawing surface.
+    OleColor BackColor() const { return m_backColor; }
+    void setBackColor(OleColor color); // also clears what was drawn
+    void Cls();
+    void ScaleTwips();
+    void ScalePixels();
+    void Scale(double left, double top, double right, double bottom);
+    double ScaleWidth() const;
+    double ScaleHeight() const;
+    void Line(double x1, double y1, double x2, double y2, OleColor color);
+    void Circle(double x, double y, double radius, OleColor color);
+    const QImage& surface() const { return m_surface; }
+
+Q_SIGNALS:
+    // Every write of Width or Height, with the value written (seen by tests of the effects).
+    void sizeWritten(int widthTwips, int heightTwips);
+
+protected:
+    // The window's handlers; each says in its window which errors it ignores.
+    virtual void Form_Load() {}
+    virtual void Form_Unload(int& cancel) { (void)cancel; }
+    virtual void Form_Resize() {}
+    virtual void Form_Click() {}
+    virtual void Form_Terminate() {}
+
+    void paintEvent(QPaintEvent* event) override;
+    void resizeEvent(QResizeEvent* event) override;
+    void moveEvent(QMoveEvent* event) override;
+    void changeEvent(QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+
+private:
+    friend class Forms;
+    void runLoad() { Form_Load(); }
+    void runUnload(int& cancel) { Form_Unload(cancel); }
+    void runTerminate() { Form_Terminate(); }
+
+    enum class ScaleMode { Twips, Pixels, User };
+    QPointF toSurface(double x, double y) const;
+    void noteFrame();
+    void ensureSurface();
+
+    TwipsMemo m_left, m_top, m_width, m_height;
+    QSize m_frame;
+    OleColor m_backColor = vbButtonFace;
+    QImage m_surface;
+    ScaleMode m_scaleMode = ScaleMode::Twips;
+    QRectF m_userScale;
+    bool m_pressed = false;
+};
+
+} // namespace platform

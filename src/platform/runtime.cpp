@@ -1,0 +1,211 @@
+#include "runtime.h"
+
+#include "form.h"
+#include "sounds.h"
+
+#include <QApplication>
+#include <QEventLoop>
+#include <QFont>
+#include <QMessageBox>
+#include <QTimer>
+
+#include <cstdio>
+#include <cstdlib>
+#include <unistd.h>
+
+namespace platform {
+namespace {
+
+Runtime* g_current = nullptr;
+
+// The windows ask for "OCR A Extended"; on this desktop the OCR-A family serves it.
+void substituteFonts()
+{
+    QFont::insertSubstitutions(QStringLiteral("OCR A Extended"),
+                               {QStringLiteral("OCRA"), QStringLiteral("OCR A"), QStringLiteral("Monospace")});
+}
+
+} // namespace
+
+// Forms ---------------------------------------------------------------------------------
+
+Forms::~Forms()
+{
+    destroyAll();
+}
+
+Form* Forms::find(std::type_index type) const
+{
+    const auto it = m_forms.find(type);
+    return it == m_forms.end() ? nullptr : it->second;
+}
+
+void Forms::adopt(std::type_index type, Form* form)
+{
+    // Registered before its load handler runs, so the handler's own touches find it.
+    m_forms[type] = form;
+    form->runLoad();
+}
+
+void Forms::unload(Form& form)
+{
+    int cancel = 0;
+    form.runUnload(cancel);
+    if (cancel)
+        return;
+    for (auto it = m_forms.begin(); it != m_forms.end(); ++it) {
+        if (it->second == &form) {
+            m_forms.erase(it);
+            break;
+        }
+    }
+    form.hide();
+    form.runTerminate();
+    form.deleteLater(); // its own handler may still be on the stack
+}
+
+void Forms::destroyAll()
+{
+    auto forms = std::move(m_forms);
+    m_forms.clear();
+    for (auto& [type, form] : forms)
+        delete form;
+}
+
+// Runtime -------------------------------------------------------------------------------
+
+Runtime::Runtime(QString programDir)
+    : m_programDir(programDir.isEmpty() ? QCoreApplication::applicationDirPath() : std::move(programDir)),
+      m_random(0x50000), m_previous(g_current)
+{
+    g_current = this;
+    substituteFonts();
+}
+
+Runtime::~Runtime()
+{
+    m_forms.destroyAll();
+    g_current = m_previous;
+}
+
+Runtime& Runtime::current()
+{
+    Q_ASSERT(g_current);
+    return *g_current;
+}
+
+WavePlayer& Runtime::sounds()
+{
+    if (!m_sounds)
+        m_sounds = std::make_unique<WavePlayer>();
+    return *m_sounds;
+}
+
+void Runtime::reportUntrapped(const RuntimeError& error)
+{
+    m_ended = true;
+    if (m_untrappedHook) {
+        m_untrappedHook(error);
+        return;
+    }
+    const QString report = QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description());
+    std::fprintf(stderr, "%s\n", qPrintable(report));
+    QMessageBox box(QMessageBox::Critical, title(), report, QMessageBox::Ok);
+    box.exec();
+    std::fflush(nullptr);
+    _exit(EXIT_FAILURE);
+}
+
+void Runtime::end()
+{
+    m_ended = true;
+    if (m_endHook) {
+        m_endHook();
+        throw ProgramEnd{};
+    }
+    std::fflush(nullptr);
+    _exit(EXIT_SUCCESS); // at once: no window's unload handler runs
+}
+
+int Runtime::messageBox(const QString& prompt, int style, const QString& caption)
+{
+    if (m_messageBoxHook)
+        return m_messageBoxHook(prompt, style, caption);
+    QMessageBox box;
+    box.setWindowTitle(caption);
+    box.setText(prompt);
+    const int buttons = style & 0x7;
+    box.setStandardButtons(buttons == vbOKCancel ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
+    switch (style & 0x70) {
+    case vbCritical: box.setIcon(QMessageBox::Critical); break;
+    case 32: box.setIcon(QMessageBox::Question); break;
+    case vbExclamation: box.setIcon(QMessageBox::Warning); break;
+    case 64: box.setIcon(QMessageBox::Information); break;
+    default: break;
+    }
+    return box.exec() == QMessageBox::Cancel ? vbCancel : vbOK;
+}
+
+// The statements ------------------------------------------------------------------------
+
+void runHandler(const std::function<void()>& handler) noexcept
+{
+    Runtime& runtime = Runtime::current();
+    if (runtime.ended())
+        return;
+    try {
+        handler();
+    } catch (const RuntimeError& error) {
+        runtime.reportUntrapped(error);
+    } catch (const ProgramEnd&) {
+        // ended; the handlers below this one unwind at their next DoEvents
+    }
+}
+
+void Unload(Form& form)
+{
+    Runtime::current().forms().unload(form);
+}
+
+void DoEvents()
+{
+    QCoreApplication::processEvents(QEventLoop::AllEvents);
+    if (Runtime::current().ended())
+        throw ProgramEnd{};
+}
+
+void DoEventsFor(int ms)
+{
+    QEventLoop loop;
+    QTimer::singleShot(std::max(ms, 0), &loop, &QEventLoop::quit);
+    loop.exec();
+    if (Runtime::current().ended())
+        throw ProgramEnd{};
+}
+
+void End()
+{
+    Runtime::current().end();
+}
+
+int MsgBox(const QString& prompt, int style, const QString& title)
+{
+    return Runtime::current().messageBox(prompt, style, title);
+}
+
+QString AppPath()
+{
+    return Runtime::current().programDir();
+}
+
+double Rnd()
+{
+    return Runtime::current().random().Rnd();
+}
+
+void Randomize(double seed)
+{
+    Runtime::current().random().Randomize(seed);
+}
+
+} // namespace platform

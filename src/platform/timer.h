@@ -1,0 +1,43 @@
+#pragma once
+// The timer control: runs its handler every Interval milliseconds on the UI thread while
+// Enabled. An interval below the platform's floor runs at the floor, and a tick that comes
+// while the handler is still running (it may pump messages) is dropped, never re-entered.
+
+#include "control.h"
+
+#include <QTimer>
+
+namespace platform {
+
+// The fastest a timer runs, in milliseconds. The classic desktop's minimum interval is 10 ms,
+// but its timers are delivered on the 15.6 ms system clock tick, so the many 1 ms timers of
+// the windows really ran 64 times a second; one display frame (16 ms) keeps that pace and
+// spends no more processor time than a frame's redraw.
+constexpr int kTimerFloorMs = 16;
+
+class Timer : public QObject {
+    Q_OBJECT
+public:
+    Timer(Container& parent, const char* name, int interval, bool enabled = true);
+
+    int Interval() const { return m_interval; }
+    void setInterval(int ms);
+    bool Enabled() const { return m_enabled; }
+    void setEnabled(bool enabled);
+    // The interval the timer really runs at.
+    int effectiveInterval() const { return m_timer.interval(); }
+
+    void onTimer(Handler handler) { m_handler = std::move(handler); }
+
+private:
+    void tick();
+    void restart();
+
+    QTimer m_timer;
+    int m_interval;
+    bool m_enabled;
+    bool m_running = false;
+    Handler m_handler;
+};
+
+} // namespace platform

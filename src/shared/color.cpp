@@ -1,0 +1,24 @@
+#include "color.h"
+
+#include "procedures.h"
+#include "platform/runtime.h"
+
+using namespace platform;
+
+namespace {
+constexpr int kClientWidth = 1455;
+constexpr int kClientHeight = 525;
+} // namespace
+
+Color::Color() : Form("Color", kClientWidth, kClientHeight)
+{
+    setCaption(QStringLiteral("Color"));
+    ForeC.setFont(QStringLiteral("OCR A Extended"), 8.25);
+}
+
+void Color::Form_Load()
+{
+    // Errors: ignored, statement by statement.
+    OnErrorResumeNext next;
+    next([&] { LoadTextFile(ForeC, AppPath() + "/ForeC.INI"); });
+}

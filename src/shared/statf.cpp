@@ -1,0 +1,39 @@
+#include "statf.h"
+
+#include "procedures.h"
+#include "platform/convert.h"
+
+using namespace platform;
+
+namespace {
+constexpr int kClientWidth = 5055;
+constexpr int kClientHeight = 495;
+constexpr double kLingerSeconds = 0.6; // rounded to a whole second by Pause's argument
+} // namespace
+
+StatF::StatF() : Form("StatF", kClientWidth, kClientHeight)
+{
+    setBorderless();
+    setBackColor(vbBlack);
+    Info.setFont(QStringLiteral("OCR A Extended"), 8.25);
+    Info.setForeColor(vbWhite);
+    Info.setBackColor(vbBlack);
+    Info.setAlignment(2);
+    // Centred on the screen, where the eye is while the program starts.
+    setLeft((ScreenWidth() - Width()) / 2);
+    setTop((ScreenHeight() - Height()) / 2);
+}
+
+void StatF::Form_Load()
+{
+    // Errors: none trapped.
+    StayOnTop(*this);
+}
+
+void StatF::Form_Unload(int& cancel)
+{
+    // Errors: none trapped.
+    (void)cancel;
+    Pause(ToLong(kLingerSeconds));
+    Hide();
+}
