@@ -2,6 +2,7 @@
 // Controls that share a name and one handler, which receives the element's index.
 
 #include "control.h"
+#include "errors.h"
 
 #include <functional>
 #include <map>

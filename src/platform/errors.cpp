@@ -48,6 +48,11 @@ RuntimeError::RuntimeError(int number, QString description)
 {
 }
 
+QString untrappedReport(const RuntimeError& error)
+{
+    return QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description());
+}
+
 void raiseError(int number)
 {
     throw RuntimeError(number);

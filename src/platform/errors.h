@@ -55,6 +55,10 @@ private:
 
 [[noreturn]] void raiseError(int number);
 
+// The text of the report of an untrapped error: "Run-time error 'N':", a blank line, the
+// description.
+QString untrappedReport(const RuntimeError& error);
+
 // Thrown by End (and after an untrapped error when a test took the report) to unwind every
 // handler still on the stack. It is not a RuntimeError, so no OnErrorResumeNext swallows it.
 struct ProgramEnd {};

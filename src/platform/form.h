@@ -105,7 +105,7 @@ private:
     void ensureSurface();
 
     TwipsMemo m_left, m_top, m_width, m_height;
-    QSize m_frame;
+    QSize m_frame{0, 0};
     OleColor m_backColor = vbButtonFace;
     QImage m_surface;
     ScaleMode m_scaleMode = ScaleMode::Twips;

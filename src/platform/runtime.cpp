@@ -108,7 +108,7 @@ void Runtime::reportUntrapped(const RuntimeError& error)
         m_untrappedHook(error);
         return;
     }
-    const QString report = QStringLiteral("Run-time error '%1':\n\n%2").arg(error.number()).arg(error.description());
+    const QString report = untrappedReport(error);
     std::fprintf(stderr, "%s\n", qPrintable(report));
     QMessageBox box(QMessageBox::Critical, title(), report, QMessageBox::Ok);
     box.exec();

@@ -62,10 +62,15 @@ void WavePlayer::start(const QString& file)
     m_playing = file;
     QSoundEffect* effect = m_effect;
     connect(effect, &QSoundEffect::statusChanged, this, &WavePlayer::handleStatus);
-    connect(effect, &QSoundEffect::playingChanged, this, [this, effect, file] {
-        if (effect->isPlaying())
+    // Playing means: the samples are decoded and handed to the sound server.
+    auto reportStart = [this, effect, file, reported = false]() mutable {
+        if (!reported && effect->status() == QSoundEffect::Ready && effect->isPlaying()) {
+            reported = true;
             Q_EMIT started(file);
-    });
+        }
+    };
+    connect(effect, &QSoundEffect::statusChanged, this, reportStart);
+    connect(effect, &QSoundEffect::playingChanged, this, reportStart);
     effect->setSource(file.startsWith(QLatin1Char(':')) ? QUrl(QLatin1String("qrc") + file)
                                                         : QUrl::fromLocalFile(file));
     effect->play();

@@ -1,0 +1,156 @@
+// 8-bit text, the delimited-field reader and the file-number rules of sequential files.
+
+#include "platform/cp1252.h"
+#include "platform/errors.h"
+#include "platform/field_reader.h"
+#include "platform/files.h"
+#include "support/test_runtime.h"
+
+#include <QDir>
+#include <QTest>
+
+using namespace platform;
+
+namespace {
+int errorOf(const std::function<void()>& statement)
+{
+    try {
+        statement();
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+    return 0;
+}
+} // namespace
+
+class TestFiles : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void everyByteRoundTrips();
+    void unmappableCharacters();
+    void fields_data();
+    void fields();
+    void fileNumberRules_data();
+    void fileNumberRules();
+    void outputReplacesOnlyOnClose();
+    void appendAndReadBack();
+};
+
+void TestFiles::everyByteRoundTrips()
+{
+    QByteArray all;
+    for (int b = 0; b < 256; ++b)
+        all.append(char(b));
+    const QString text = decodeAnsi(all);
+    QCOMPARE(text.size(), 256);
+    QCOMPARE(encodeAnsi(text), all);
+    QCOMPARE(text.at(0x80), QChar(0x20AC)); // the euro sign
+    QCOMPARE(text.at(0x81), QChar(0x81));   // undefined in the code page: kept as itself
+    QCOMPARE(text.at(0xE9), QChar(0xE9));
+}
+
+void TestFiles::unmappableCharacters()
+{
+    QCOMPARE(encodeAnsi(QStringLiteral("a\u0101b\u20ACc")), QByteArray("a?b\x80" "c"));
+}
+
+void TestFiles::fields_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QStringList>("fields");
+    QTest::newRow("comma splits a line") << "one\r\ntwo, three\r\n" << QStringList{"one", "two", "three"};
+    QTest::newRow("quotes keep a comma") << "\"a,b\",c" << QStringList{"a,b", "c"};
+    QTest::newRow("leading blanks skipped") << "  \tlead\r\n" << QStringList{"lead"};
+    QTest::newRow("trailing blanks kept") << "trail  ,x" << QStringList{"trail  ", "x"};
+    QTest::newRow("empty line") << "\r\n" << QStringList{""};
+    QTest::newRow("empty file") << "" << QStringList{};
+    QTest::newRow("comma at line end") << "a,\r\nb" << QStringList{"a", "", "b"};
+    QTest::newRow("text after closing quote dropped") << "\"q\" junk,next" << QStringList{"q", "next"};
+    QTest::newRow("unterminated quote") << "\"open" << QStringList{"open"};
+    QTest::newRow("bare LF and CR") << "x\ny\rz" << QStringList{"x", "y", "z"};
+    QTest::newRow("no final line end") << "a,b" << QStringList{"a", "b"};
+    QTest::newRow("blank line between") << "a\r\n\r\nb\r\n" << QStringList{"a", "", "b"};
+}
+
+void TestFiles::fields()
+{
+    QFETCH(QString, text);
+    QFETCH(QStringList, fields);
+    FieldReader reader(text);
+    QStringList read;
+    while (!reader.atEnd())
+        read << reader.next();
+    QCOMPARE(read, fields);
+    QCOMPARE(errorOf([&] { reader.next(); }), int(ErrInputPastEndOfFile));
+}
+
+void TestFiles::fileNumberRules_data()
+{
+    QTest::addColumn<int>("scenario");
+    QTest::addColumn<int>("error");
+    QTest::newRow("second open of #1") << 0 << int(ErrFileAlreadyOpen);
+    QTest::newRow("input of a missing file") << 1 << int(ErrFileNotFound);
+    QTest::newRow("input of a directory") << 2 << int(ErrPathFileAccess);
+    QTest::newRow("read of a closed number") << 3 << int(ErrBadFileNameOrNumber);
+    QTest::newRow("print to an input file") << 4 << int(ErrBadFileMode);
+    QTest::newRow("output in a missing directory") << 5 << int(ErrPathNotFound);
+    QTest::newRow("number 0") << 6 << int(ErrBadFileNameOrNumber);
+    QTest::newRow("read past the end") << 7 << int(ErrInputPastEndOfFile);
+    QTest::newRow("close of a closed number is harmless") << 8 << 0;
+}
+
+void TestFiles::fileNumberRules()
+{
+    QFETCH(int, scenario);
+    QFETCH(int, error);
+    TestRuntime t;
+    t.write("in.txt", "abc");
+    const QString in = t.path("in.txt");
+    const std::function<void()> statements[] = {
+        [&] { Open(in, OpenMode::Input, 1); Open(t.path("other.txt"), OpenMode::Output, 1); },
+        [&] { Open(t.path("missing.txt"), OpenMode::Input, 1); },
+        [&] { Open(t.path(""), OpenMode::Input, 1); },
+        [&] { InputChars(1, 1); },
+        [&] { Open(in, OpenMode::Input, 1); PrintLine(1, "x"); },
+        [&] { Open(t.path("nowhere/out.txt"), OpenMode::Output, 1); },
+        [&] { Open(in, OpenMode::Input, 0); },
+        [&] { Open(in, OpenMode::Input, 1); InputChars(4, 1); },
+        [&] { Close(1); Close(7); },
+    };
+    QCOMPARE(errorOf(statements[scenario]), error);
+    t.runtime().files().closeAll();
+}
+
+void TestFiles::outputReplacesOnlyOnClose()
+{
+    TestRuntime t;
+    t.write("out.txt", "old");
+    Open(t.path("out.txt"), OpenMode::Output, 1);
+    PrintLine(1, QStringLiteral("new \u20AC"));
+    QCOMPARE(t.read("out.txt"), QByteArray("old")); // a crash now leaves the old file whole
+    Close(1);
+    QCOMPARE(t.read("out.txt"), QByteArray("new \x80\r\n"));
+    QCOMPARE(QDir(t.path("")).entryList(QDir::Files), QStringList{"out.txt"}); // no temporary left
+}
+
+void TestFiles::appendAndReadBack()
+{
+    TestRuntime t;
+    QByteArray all;
+    for (int b = 0; b < 256; ++b)
+        all.append(char(b));
+    t.write("data.bin", all);
+    Open(t.path("data.bin"), OpenMode::Append, 2);
+    PrintLine(2, "end");
+    Close(2);
+    Open(t.path("data.bin"), OpenMode::Input, 2);
+    QCOMPARE(LOF(2), qint64(256 + 5));
+    QCOMPARE(encodeAnsi(InputChars(256, 2)), all);
+    QVERIFY(!Eof(2));
+    QCOMPARE(InputChars(5, 2), QStringLiteral("end\r\n"));
+    QVERIFY(Eof(2));
+    Close(2);
+}
+
+QTEST_MAIN(TestFiles)
+#include "tst_files.moc"

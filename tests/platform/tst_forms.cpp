@@ -1,0 +1,366 @@
+// The form runtime: windows loaded on first touch and made afresh after Unload, the error
+// model at the handler boundary, End, timers, twips geometry, drawing and control events.
+
+#include "platform/control_array.h"
+#include "platform/controls.h"
+#include "platform/form.h"
+#include "platform/runtime.h"
+#include "platform/timer.h"
+#include "support/test_runtime.h"
+
+#include <QLineEdit>
+#include <QSignalSpy>
+#include <QTimer>
+#include <QTest>
+
+using namespace platform;
+
+namespace {
+
+int g_loads = 0;
+int g_unloads = 0;
+int g_clicks = 0;
+
+class Sample : public Form {
+public:
+    Sample() : Form("Sample", 4800, 3600) {}
+
+    TextBox Text1{*this, "Text1", {120, 120, 2000, 300}, QStringLiteral("designed")};
+    Label Label1{*this, "Label1", {120, 600, 2000, 300}, QStringLiteral("label")};
+    ControlArray<Label> Info;
+    std::function<void()> onLoad;
+    int cancelUnload = 0;
+
+protected:
+    void Form_Load() override
+    {
+        ++g_loads;
+        form<Sample>().Text1.setText(QStringLiteral("loaded")); // a touch of itself: no second load
+        for (int i = 0; i < 3; ++i)
+            Info.add(*this, "Info", i, TwipsRect{2400, 120 + i * 400, 1500, 300}, QStringLiteral("info"));
+        if (onLoad)
+            onLoad();
+    }
+    void Form_Unload(int& cancel) override
+    {
+        ++g_unloads;
+        cancel = cancelUnload;
+    }
+    void Form_Click() override { ++g_clicks; }
+};
+
+class Failing : public Form {
+public:
+    Failing() : Form("Failing", 1500, 1500) {}
+
+protected:
+    void Form_Load() override { raiseError(ErrFileNotFound); }
+};
+
+} // namespace
+
+class TestForms : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void init() { g_loads = g_unloads = g_clicks = 0; }
+    void loadedOnFirstTouch();
+    void unloadMakesAFreshInstance();
+    void unloadCanBeCancelled();
+    void closeButtonUnloads();
+    void resumeNextSkipsOnlyTheFailingStatement();
+    void untrappedErrorIsReportedAndEndsTheProgram();
+    void reportText();
+    void loadErrorTravelsToTheToucher();
+    void endRunsNoUnloadHandler();
+    void timerRunsAtTheFloorAndIsNotReentered();
+    void timerIntervalZeroDisables();
+    void twipsRoundTrip_data();
+    void twipsRoundTrip();
+    void windowOuterSize();
+    void drawingInAUserScale();
+    void controlArrayClickReceivesIndex();
+    void keyPressSeesTextBeforeTheKey();
+    void clickOnALabelIsNotAWindowClick();
+};
+
+void TestForms::loadedOnFirstTouch()
+{
+    TestRuntime t;
+    QVERIFY(!t.runtime().forms().isLoaded<Sample>());
+    Sample& sample = form<Sample>();
+    QCOMPARE(g_loads, 1);
+    QVERIFY(!sample.Visible()); // touched, loaded, not shown
+    QCOMPARE(sample.Text1.Text(), QStringLiteral("loaded"));
+    QCOMPARE(&form<Sample>(), &sample);
+    QCOMPARE(g_loads, 1);
+    QCOMPARE(sample.Text1.widget()->objectName(), QStringLiteral("Text1"));
+    QCOMPARE(sample.Info(2).widget()->property("index").toInt(), 2);
+}
+
+void TestForms::unloadMakesAFreshInstance()
+{
+    TestRuntime t;
+    form<Sample>().Text1.setText(QStringLiteral("typed"));
+    form<Sample>().Show();
+    Unload(form<Sample>());
+    QCOMPARE(g_unloads, 1);
+    QVERIFY(!t.runtime().forms().isLoaded<Sample>());
+    QCOMPARE(form<Sample>().Text1.Text(), QStringLiteral("loaded"));
+    QCOMPARE(g_loads, 2);
+}
+
+void TestForms::unloadCanBeCancelled()
+{
+    TestRuntime t;
+    form<Sample>().cancelUnload = 1;
+    Unload(form<Sample>());
+    QCOMPARE(g_unloads, 1);
+    QVERIFY(t.runtime().forms().isLoaded<Sample>());
+}
+
+void TestForms::closeButtonUnloads()
+{
+    TestRuntime t;
+    form<Sample>().Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&form<Sample>()));
+    form<Sample>().close();
+    QCOMPARE(g_unloads, 1);
+    QVERIFY(!t.runtime().forms().isLoaded<Sample>());
+}
+
+void TestForms::resumeNextSkipsOnlyTheFailingStatement()
+{
+    TestRuntime t;
+    QStringList ran;
+    OnErrorResumeNext next;
+    next([&] { ran << "one"; });
+    next([&] { raiseError(ErrObjectRequired); ran << "never"; });
+    next([&] { ran << "three"; });
+    QCOMPARE(ran, (QStringList{"one", "three"}));
+    QCOMPARE(next.Err(), int(ErrObjectRequired));
+}
+
+void TestForms::untrappedErrorIsReportedAndEndsTheProgram()
+{
+    TestRuntime t;
+    QStringList ran;
+    runHandler([&] {
+        ran << "before";
+        raiseError(ErrInvalidPicture);
+        ran << "after";
+    });
+    QCOMPARE(ran, QStringList{"before"});
+    QCOMPARE(t.untrappedErrors, QList<int>{ErrInvalidPicture});
+    QVERIFY(t.runtime().ended());
+    runHandler([&] { ran << "a later event"; }); // the program has ended: nothing more runs
+    QCOMPARE(ran, QStringList{"before"});
+}
+
+void TestForms::reportText()
+{
+    const RuntimeError e(ErrFileNotFound);
+    QCOMPARE(e.description(), QStringLiteral("File not found"));
+    QCOMPARE(RuntimeError(481).description(), QStringLiteral("Invalid picture"));
+    QCOMPARE(RuntimeError(9999).description(), QStringLiteral("Application-defined or object-defined error"));
+    QCOMPARE(untrappedReport(e), QStringLiteral("Run-time error '53':\n\nFile not found"));
+}
+
+void TestForms::loadErrorTravelsToTheToucher()
+{
+    TestRuntime t;
+    OnErrorResumeNext next;
+    bool after = false;
+    next([&] { form<Failing>(); });
+    next([&] { after = true; });
+    QCOMPARE(next.Err(), int(ErrFileNotFound));
+    QVERIFY(after);
+    QVERIFY(t.untrappedErrors.isEmpty());
+}
+
+void TestForms::endRunsNoUnloadHandler()
+{
+    TestRuntime t;
+    form<Sample>().Show();
+    QStringList ran;
+    runHandler([&] {
+        End();
+        ran << "after End";
+    });
+    QCOMPARE(t.ends, 1);
+    QVERIFY(ran.isEmpty());
+    QCOMPARE(g_unloads, 0);
+
+    // A handler that was pumping messages when another one ended the program unwinds too.
+    TestRuntime t2;
+    bool unwound = true;
+    QTimer::singleShot(20, [] { runHandler([] { End(); }); });
+    runHandler([&] {
+        for (int i = 0; i < 500; ++i)
+            DoEventsFor(5);
+        unwound = false;
+    });
+    QVERIFY(unwound);
+    QCOMPARE(t2.ends, 1);
+}
+
+void TestForms::timerRunsAtTheFloorAndIsNotReentered()
+{
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    Timer timer(sample, "Timer1", 1);
+    QCOMPARE(timer.effectiveInterval(), kTimerFloorMs);
+
+    int ticks = 0, depth = 0, deepest = 0;
+    timer.onTimer([&] {
+        ++ticks;
+        deepest = std::max(deepest, ++depth);
+        DoEventsFor(4 * kTimerFloorMs); // the next ticks come while this one pumps messages
+        --depth;
+    });
+    QTRY_VERIFY_WITH_TIMEOUT(ticks >= 4, 5000);
+    QCOMPARE(deepest, 1);
+}
+
+void TestForms::timerIntervalZeroDisables()
+{
+    TestRuntime t;
+    Timer timer(form<Sample>(), "Timer1", 0);
+    int ticks = 0;
+    timer.onTimer([&] { ++ticks; });
+    QTest::qWait(5 * kTimerFloorMs);
+    QCOMPARE(ticks, 0);
+    timer.setInterval(20);
+    QTRY_VERIFY(ticks > 0);
+    timer.setEnabled(false);
+    const int stopped = ticks;
+    QTest::qWait(5 * kTimerFloorMs);
+    QCOMPARE(ticks, stopped);
+}
+
+void TestForms::twipsRoundTrip_data()
+{
+    QTest::addColumn<int>("twips");
+    QTest::addColumn<bool>("rejected");
+    QTest::newRow("pixel multiple") << 9735 << false;
+    QTest::newRow("between pixels") << 4625 << false;
+    QTest::newRow("zero") << 0 << false;
+    QTest::newRow("negative") << -75 << true;
+}
+
+void TestForms::twipsRoundTrip()
+{
+    QFETCH(int, twips);
+    QFETCH(bool, rejected);
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    OnErrorResumeNext next;
+    next([&] { sample.Text1.setWidth(twips); });
+    QCOMPARE(next.Err(), rejected ? int(ErrInvalidPropertyValue) : 0);
+    QCOMPARE(sample.Text1.Width(), rejected ? 2000 : twips);
+    QCOMPARE(sample.Text1.widget()->width(), rejected ? 133 : qRound(twips / 15.0));
+
+    // Moved by anything else, the control reads its pixels again.
+    sample.Text1.widget()->resize(100, 20);
+    QCOMPARE(sample.Text1.Width(), 1500);
+}
+
+void TestForms::windowOuterSize()
+{
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    QCOMPARE(TwipsPerPixelX(), 15.0);
+    QCOMPARE(ScreenWidth(), 1280 * 15);
+    sample.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    QSignalSpy written(&sample, &Form::sizeWritten);
+    sample.setWidth(5000);
+    sample.setHeight(4000);
+    QCOMPARE(sample.Width(), 5000);
+    QCOMPARE(sample.Height(), 4000);
+    QCOMPARE(written.count(), 2);
+    QCOMPARE(written.at(1).at(1).toInt(), 4000);
+    // The frame is what the window manager reports; on this screen there is none.
+    QCOMPARE(sample.frameGeometry().size(), QSize(333, 267));
+    sample.setWindowState(vbMaximized);
+    QCOMPARE(sample.WindowState(), int(vbMaximized));
+    sample.setWindowState(vbNormal);
+    QCOMPARE(sample.WindowState(), int(vbNormal));
+}
+
+void TestForms::drawingInAUserScale()
+{
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    sample.setBackColor(vbBlack);
+    sample.Scale(0, 0, 100, 100);
+    QCOMPARE(sample.ScaleWidth(), 100.0);
+    sample.Line(0, 50, 100, 50, RGB(255, 0, 0));
+    const QImage& surface = sample.surface();
+    const int y = sample.height() / 2;
+    QCOMPARE(surface.pixelColor(sample.width() / 2, y), QColor(255, 0, 0));
+    QCOMPARE(surface.pixelColor(sample.width() / 2, y / 2), QColor(0, 0, 0));
+
+    sample.ScalePixels();
+    sample.Circle(10, 10, 0, RGB(0, 255, 0)); // radius 0: a dot
+    QCOMPARE(surface.pixelColor(10, 10), QColor(0, 255, 0));
+    sample.Circle(40, 40, 10, RGB(0, 0, 255));
+    QCOMPARE(surface.pixelColor(50, 40), QColor(0, 0, 255));
+
+    sample.setBackColor(vbWhite); // setting the background clears the drawing
+    QCOMPARE(surface.pixelColor(sample.width() / 2, y), QColor(255, 255, 255));
+}
+
+void TestForms::controlArrayClickReceivesIndex()
+{
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    QList<int> clicked;
+    sample.Info.onClick([&](int index) { clicked << index; });
+    sample.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    QTest::mouseClick(sample.Info(2).widget(), Qt::LeftButton);
+    QTest::mouseClick(sample.Info(0).widget(), Qt::LeftButton);
+    QCOMPARE(clicked, (QList<int>{2, 0}));
+}
+
+void TestForms::keyPressSeesTextBeforeTheKey()
+{
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    sample.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    QStringList seen;
+    QList<int> codes;
+    sample.Text1.onKeyPress([&](std::int16_t& key) {
+        seen << sample.Text1.Text();
+        codes << key;
+        if (key == 'x')
+            key = 0; // swallowed
+    });
+    sample.Text1.setText(QString());
+    auto* edit = static_cast<QLineEdit*>(sample.Text1.widget());
+    QTest::keyClicks(edit, "abx");
+    QTest::keyClick(edit, Qt::Key_Return);
+    QTest::keyClick(edit, Qt::Key_Left); // no character: no KeyPress
+    QCOMPARE(seen, (QStringList{"", "a", "ab", "ab"}));
+    QCOMPARE(codes, (QList<int>{'a', 'b', 'x', 13}));
+    QCOMPARE(sample.Text1.Text(), QStringLiteral("ab"));
+}
+
+void TestForms::clickOnALabelIsNotAWindowClick()
+{
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    sample.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    int labelClicks = 0;
+    sample.Label1.onClick([&] { ++labelClicks; });
+    QTest::mouseClick(sample.Label1.widget(), Qt::LeftButton);
+    QCOMPARE(labelClicks, 1);
+    QCOMPARE(g_clicks, 0);
+    QTest::mouseClick(&sample, Qt::LeftButton, {}, QPoint(sample.width() - 5, sample.height() - 5));
+    QCOMPARE(g_clicks, 1);
+}
+
+QTEST_MAIN(TestForms)
+#include "tst_forms.moc"

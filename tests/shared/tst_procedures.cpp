@@ -1,0 +1,321 @@
+// The shared procedures as the windows use them, and the two holder windows.
+
+#include "platform/controls.h"
+#include "platform/convert.h"
+#include "platform/form.h"
+#include "platform/runtime.h"
+#include "shared/color.h"
+#include "shared/procedures.h"
+#include "shared/statf.h"
+#include "support/test_runtime.h"
+
+#include <QSignalSpy>
+#include <QTimer>
+#include <QTest>
+
+using namespace platform;
+
+namespace {
+
+class Host : public Form {
+public:
+    Host() : Form("Host", 6000, 4000) {}
+    TextBox Box{*this, "Box", {0, 0, 3000, 300}, QStringLiteral("before")};
+    ListBox List{*this, "List", {0, 400, 3000, 2000}};
+};
+
+} // namespace
+
+class TestProcedures : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void textFiles_data();
+    void textFiles();
+    void listFilesKeepTheirAsymmetry();
+    void listFileAppends();
+    void missingListFileLoopsUntilStopped();
+    void iniValues();
+    void pauseBounds_data();
+    void pauseBounds();
+    void squeezeStretchSizes_data();
+    void squeezeStretchSizes();
+    void squeezeStretchOverflows();
+    void randomLines();
+    void stayOnTop();
+    void colorHolder_data();
+    void colorHolder();
+    void statusPopUpLingers();
+};
+
+void TestProcedures::textFiles_data()
+{
+    QTest::addColumn<QByteArray>("onDisk");   // null: no file
+    QTest::addColumn<QString>("loaded");
+    QTest::addColumn<QByteArray>("saved");    // what saving the loaded text writes
+    QTest::newRow("plain") << QByteArray("abc") << "abc" << QByteArray("abc\r\n");
+    QTest::newRow("written by us reads back with CR LF") << QByteArray("abc\r\n") << "abc\r\n" << QByteArray("abc\r\n\r\n");
+    QTest::newRow("8-bit text") << QByteArray("caf\xE9 \x80") << "caf\u00E9 \u20AC" << QByteArray("caf\xE9 \x80\r\n");
+    QTest::newRow("missing file empties the box") << QByteArray() << "" << QByteArray("\r\n");
+}
+
+void TestProcedures::textFiles()
+{
+    QFETCH(QByteArray, onDisk);
+    QFETCH(QString, loaded);
+    QFETCH(QByteArray, saved);
+    TestRuntime t;
+    if (!onDisk.isNull())
+        t.write("in.txt", onDisk);
+    Host& host = form<Host>();
+    LoadTextFile(host.Box, AppPath() + "/in.txt");
+    QCOMPARE(host.Box.Text(), loaded);
+    SaveTextFile(host.Box, AppPath() + "/out.txt");
+    QCOMPARE(t.read("out.txt"), saved);
+    QVERIFY(!t.runtime().files().isOpen(1));
+
+    // An unwritable path is ignored without a word.
+    SaveTextFile(host.Box, AppPath() + "/no/such/dir/out.txt");
+    QVERIFY(t.untrappedErrors.isEmpty());
+}
+
+void TestProcedures::listFilesKeepTheirAsymmetry()
+{
+    TestRuntime t;
+    Host& host = form<Host>();
+    for (const char* item : {"one", "two, three", "\"quoted\"", "  blanks", ""})
+        host.List.AddItem(QString::fromLatin1(item));
+    SaveListFile(AppPath() + "/FavPlaces.INI", host.List);
+    QCOMPARE(t.read("FavPlaces.INI"), QByteArray("one\r\ntwo, three\r\n\"quoted\"\r\n  blanks\r\n\r\n"));
+
+    host.List.Clear();
+    LoadListFile(AppPath() + "/FavPlaces.INI", host.List);
+    QStringList items;
+    for (int i = 0; i < host.List.ListCount(); ++i)
+        items << host.List.List(i);
+    QCOMPARE(items, (QStringList{"one", "two", "three", "quoted", "blanks", ""}));
+
+    host.List.Clear();
+    SaveListFile(AppPath() + "/FavPlaces.INI", host.List);
+    QCOMPARE(t.read("FavPlaces.INI"), QByteArray(""));
+}
+
+void TestProcedures::listFileAppends()
+{
+    TestRuntime t;
+    t.write("list.txt", "b\r\nc\r\n");
+    Host& host = form<Host>();
+    host.List.AddItem("a");
+    LoadListFile(AppPath() + "/list.txt", host.List);
+    QCOMPARE(host.List.ListCount(), 3);
+    QCOMPARE(host.List.List(0), QStringLiteral("a"));
+    QCOMPARE(host.List.List(2), QStringLiteral("c"));
+}
+
+void TestProcedures::missingListFileLoopsUntilStopped()
+{
+    TestRuntime t;
+    Host& host = form<Host>();
+    // Another handler, run by the loop's own message processing, ends the program.
+    QTimer stopper;
+    QObject::connect(&stopper, &QTimer::timeout, [&] {
+        if (host.List.ListCount() >= 200)
+            runHandler([] { End(); });
+    });
+    stopper.start(1);
+    runHandler([&] { LoadListFile(AppPath() + "/missing.INI", host.List); });
+    QCOMPARE(t.ends, 1);
+    QVERIFY(host.List.ListCount() >= 200);
+    QCOMPARE(host.List.List(0), QString());
+    QCOMPARE(host.List.List(199), QString());
+}
+
+void TestProcedures::iniValues()
+{
+    TestRuntime t;
+    const QString file = AppPath() + "/ThemeDir.INI";
+    WriteIniValue("Theme Directory", "Dir", "", file);
+    WriteIniValue("Theme Directory", "Dir", "/themes/Blue", file);
+    QCOMPARE(t.read("ThemeDir.INI"), QByteArray("[Theme Directory]\r\nDIR=/themes/Blue\r\n"));
+
+    QString key = QStringLiteral("Dir");
+    QCOMPARE(ReadIniValue("Theme Directory", key, file), QStringLiteral("/themes/Blue"));
+    QCOMPARE(key, QStringLiteral("dir"));
+
+    WriteIniValue("Theme Directory", "Dir", QString(800, QLatin1Char('x')), file);
+    QCOMPARE(ReadIniValue("Theme Directory", key, file).size(), 749);
+    QCOMPARE(ReadIniValue("Theme Directory", key, AppPath() + "/none.INI"), QString());
+}
+
+void TestProcedures::pauseBounds_data()
+{
+    QTest::addColumn<int>("seconds");
+    QTest::newRow("zero returns at once") << 0;
+    QTest::newRow("negative returns at once") << -3;
+    QTest::newRow("one second") << 1;
+}
+
+void TestProcedures::pauseBounds()
+{
+    QFETCH(int, seconds);
+    TestRuntime t;
+    int ticks = 0;
+    QTimer ticker;
+    QObject::connect(&ticker, &QTimer::timeout, [&] { ++ticks; });
+    ticker.start(50);
+    const double start = SecondsSinceMidnight();
+    const double expected = std::max(seconds, 0) == 0 ? 0.0 : seconds - (start - RoundHalfEven(start));
+    QElapsedTimer clock;
+    clock.start();
+    Pause(seconds);
+    const double waited = clock.elapsed() / 1000.0;
+    if (seconds <= 0) {
+        QCOMPARE(ticks, 0);
+        return;
+    }
+    // From a start rounded to the whole second: between half a second short and over.
+    QVERIFY2(waited >= expected - 0.05 && waited <= expected + 0.25,
+             qPrintable(QStringLiteral("waited %1 s, expected %2 s").arg(waited).arg(expected)));
+    QVERIFY(waited >= seconds - 0.55 && waited <= seconds + 0.6);
+    QVERIFY(ticks > 0); // messages were processed meanwhile
+}
+
+void TestProcedures::squeezeStretchSizes_data()
+{
+    QTest::addColumn<int>("height");
+    QTest::addColumn<QList<int>>("heights");
+    QTest::newRow("4000 twips") << 4000
+                                << QList<int>{3600, 3200, 2800, 2400, 2000, 1600, 1200, 800, 400, 0};
+    QTest::newRow("500 twips") << 500 << QList<int>{100};
+}
+
+void TestProcedures::squeezeStretchSizes()
+{
+    QFETCH(int, height);
+    QFETCH(QList<int>, heights);
+    TestRuntime t;
+    Host& host = form<Host>();
+    host.setBorderless();
+    host.setWidth(6000);
+    host.setHeight(height);
+    host.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&host));
+
+    QList<int> writtenHeights, writtenWidths;
+    QObject::connect(&host, &Form::sizeWritten, [&](int w, int h) {
+        if (writtenWidths.isEmpty() && writtenHeights.size() < heights.size())
+            writtenHeights << h;
+        else
+            writtenWidths << w;
+    });
+    runHandler([&] { SqueezeStretchEffect(host); });
+    QVERIFY(t.untrappedErrors.isEmpty());
+    QCOMPARE(writtenHeights, heights);
+
+    // The width grows by 99, 100, 101, ... twips until it reaches the screen's width.
+    QVERIFY(!writtenWidths.isEmpty());
+    int expected = 6000;
+    for (int i = 0; i < writtenWidths.size(); ++i) {
+        expected += 99 + i;
+        QCOMPARE(writtenWidths[i], expected);
+    }
+    QVERIFY(writtenWidths.last() >= ScreenWidth());
+    QVERIFY(writtenWidths[writtenWidths.size() - 2] < ScreenWidth());
+    QCOMPARE(host.Left(), (ScreenWidth() - host.Width()) / 2);
+}
+
+void TestProcedures::squeezeStretchOverflows()
+{
+    TestRuntime t;
+    Host& host = form<Host>();
+    host.setHeight(600);
+    host.setWidth(32700); // the stretch's first step passes 32,767 twips
+    runHandler([&] { SqueezeStretchEffect(host); });
+    QCOMPARE(t.untrappedErrors, QList<int>{ErrOverflow});
+}
+
+void TestProcedures::randomLines()
+{
+    TestRuntime t;
+    Host& host = form<Host>();
+    host.setBackColor(vbWhite);
+    host.setWindowState(vbMinimized);
+    RandomLinesEffect(host);
+    QCOMPARE(host.BackColor(), vbWhite); // minimised: nothing at all
+
+    host.setWindowState(vbNormal);
+    Randomize(42);
+    RandomLinesEffect(host);
+    QCOMPARE(host.BackColor(), vbBlack);
+    QCOMPARE(host.ScaleWidth(), 100.0);
+    QCOMPARE(host.ScaleHeight(), 100.0);
+    // 301 passes of four coordinates and a colour each, from the runtime's random source.
+    RandomSource replay;
+    replay.Randomize(42);
+    for (int i = 0; i < 301 * 5; ++i)
+        replay.Rnd();
+    QCOMPARE(Rnd(), replay.Rnd());
+    int coloured = 0;
+    const QImage& s = host.surface();
+    for (int y = 0; y < host.height(); y += 3)
+        for (int x = 0; x < host.width(); x += 3)
+            coloured += s.pixelColor(x, y) != Qt::black;
+    QVERIFY(coloured > 100);
+}
+
+void TestProcedures::stayOnTop()
+{
+    TestRuntime t;
+    Host& host = form<Host>();
+    host.Show();
+    StayOnTop(host);
+    QVERIFY(host.windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(host.isVisible());
+}
+
+void TestProcedures::colorHolder_data()
+{
+    QTest::addColumn<QByteArray>("file"); // null: no file
+    QTest::addColumn<QString>("code");
+    QTest::newRow("code 2") << QByteArray("2") << "2";
+    QTest::newRow("with a line end") << QByteArray("1\r\n") << "1\r\n";
+    QTest::newRow("no file") << QByteArray() << "";
+}
+
+void TestProcedures::colorHolder()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(QString, code);
+    TestRuntime t;
+    if (!file.isNull())
+        t.write("ForeC.INI", file);
+    QCOMPARE(form<Color>().ForeC.Text(), code);
+    QVERIFY(!form<Color>().Visible());
+    t.write("ForeC.INI", "3"); // read once: a later change waits for the next start
+    QCOMPARE(form<Color>().ForeC.Text(), code);
+}
+
+void TestProcedures::statusPopUpLingers()
+{
+    TestRuntime t;
+    form<StatF>().Info.setCaption(QStringLiteral("never seen"));
+    QVERIFY(!form<StatF>().Visible());
+    form<StatF>().Show();
+    form<StatF>().Info.setCaption(QStringLiteral("Glide Path Succesfully Loaded. Enjoy."));
+    QVERIFY(form<StatF>().windowFlags() & Qt::WindowStaysOnTopHint);
+
+    QString shownDuringPause;
+    QTimer::singleShot(300, [&] {
+        if (t.runtime().forms().isLoaded<StatF>() && form<StatF>().Visible())
+            shownDuringPause = form<StatF>().Info.Caption();
+    });
+    QElapsedTimer clock;
+    clock.start();
+    Unload(form<StatF>());
+    const qint64 ms = clock.elapsed();
+    QVERIFY2(ms >= 450 && ms <= 1600, qPrintable(QString::number(ms)));
+    QCOMPARE(shownDuringPause, QStringLiteral("Glide Path Succesfully Loaded. Enjoy."));
+    QVERIFY(!t.runtime().forms().isLoaded<StatF>());
+}
+
+QTEST_MAIN(TestProcedures)
+#include "tst_procedures.moc"
