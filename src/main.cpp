@@ -1,17 +1,21 @@
+// Glidepath starts by loading its intro screen; everything after that is the windows' handlers.
+
 #include "platform/runtime.h"
-#include "shared/statf.h"
+#include "platform/web_browser.h"
+#include "startup/intro.h"
 
 #include <QApplication>
 
 int main(int argc, char* argv[])
 {
+    platform::prepareWebEngine();
     QApplication app(argc, argv);
     QApplication::setApplicationName(QStringLiteral("Glidepath"));
+    // The program ends only through the main window's End, never by running out of windows.
+    QApplication::setQuitOnLastWindowClosed(false);
     platform::Runtime runtime;
-    platform::runHandler([] {
-        auto& status = platform::form<StatF>();
-        status.Info.setCaption(QStringLiteral("Glidepath 2.0"));
-        status.Show();
-    });
+    platform::useWebProfile(QStringLiteral("Glidepath"));
+    // The start-up window is shown once its load handler has finished.
+    platform::runHandler([] { platform::form<IntroFRM>().Show(); });
     return app.exec();
 }

@@ -46,7 +46,7 @@ int keyAscii(const QKeyEvent& key)
 } // namespace
 
 Control::Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect, int index)
-    : m_widget(widget), m_index(index)
+    : m_widget(widget), m_index(index), m_origin(parent.clientOrigin())
 {
     QWidget* container = parent.containerWidget();
     widget->setParent(container);
@@ -68,22 +68,22 @@ void Control::watch(QWidget* inner)
     inner->installEventFilter(this);
 }
 
-int Control::Left() const { return m_left.read(m_widget->x(), TwipsPerPixelX()); }
-int Control::Top() const { return m_top.read(m_widget->y(), TwipsPerPixelY()); }
+int Control::Left() const { return m_left.read(m_widget->x() - m_origin.x(), TwipsPerPixelX()); }
+int Control::Top() const { return m_top.read(m_widget->y() - m_origin.y(), TwipsPerPixelY()); }
 int Control::Width() const { return m_width.read(m_widget->width(), TwipsPerPixelX()); }
 int Control::Height() const { return m_height.read(m_widget->height(), TwipsPerPixelY()); }
 
 void Control::setLeft(int twips)
 {
     const int px = toPixelsX(twips);
-    m_widget->move(px, m_widget->y());
+    m_widget->move(px + m_origin.x(), m_widget->y());
     m_left.written(twips, px);
 }
 
 void Control::setTop(int twips)
 {
     const int px = toPixelsY(twips);
-    m_widget->move(m_widget->x(), px);
+    m_widget->move(m_widget->x(), px + m_origin.y());
     m_top.written(twips, px);
 }
 

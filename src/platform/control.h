@@ -52,6 +52,8 @@ public:
     void setBackColor(OleColor color);
     void setFont(const QString& name, double points, bool bold = false);
     void setToolTipText(const QString& text) { m_widget->setToolTip(text); }
+    // The name screen readers and UI automation know the control by.
+    void setAccessibleName(const QString& name) { m_widget->setAccessibleName(name); }
 
     // 0 brings the control to the front, 1 sends it behind its siblings.
     void ZOrder(int position);
@@ -82,6 +84,7 @@ protected:
 
 private:
     QPointer<QWidget> m_widget;
+    QPoint m_origin; // the container's client origin, in pixels
     int m_index;
     TwipsMemo m_left, m_top, m_width, m_height;
     OleColor m_foreColor = vbButtonText;

@@ -26,13 +26,17 @@ Label::Label(Container& parent, const char* name, TwipsRect rect, const QString&
 
 QLabel* Label::label() const { return static_cast<QLabel*>(widget()); }
 QString Label::Caption() const { return label()->text(); }
-void Label::setCaption(const QString& caption) { label()->setText(caption); }
+void Label::setCaption(const QString& caption)
+{
+    if (label()->text() != caption) // the same text again needs no repaint
+        label()->setText(caption);
+}
 void Label::setWordWrap(bool wrap) { label()->setWordWrap(wrap); }
 
-void Label::setAlignment(int alignment)
+void Label::setAlignment(int alignment, Vertical vertical)
 {
     const Qt::Alignment h = alignment == 1 ? Qt::AlignRight : alignment == 2 ? Qt::AlignHCenter : Qt::AlignLeft;
-    label()->setAlignment(h | Qt::AlignTop);
+    label()->setAlignment(h | (vertical == Vertical::Bottom ? Qt::AlignBottom : Qt::AlignTop));
 }
 
 // TextBox -------------------------------------------------------------------------------
@@ -121,6 +125,7 @@ CheckBox::CheckBox(Container& parent, const char* name, TwipsRect rect, const QS
     : Control(parent, name, new QCheckBox(caption), rect)
 {
     box()->setTristate(false);
+    setBackColor(vbButtonFace); // opaque, as a classic check box is
     setSynthesizedClick(false);
     QObject::connect(box(), &QCheckBox::clicked, this, [this] { raiseClick(); });
 }

@@ -24,8 +24,9 @@ public:
     Label(Container& parent, const char* name, TwipsRect rect, const QString& caption = {}, int index = -1);
     QString Caption() const;
     void setCaption(const QString& caption);
-    // 0 left, 1 right, 2 centre
-    void setAlignment(int alignment);
+    // 0 left, 1 right, 2 centre; the text stands at the top unless told to stand at the bottom
+    enum class Vertical { Top, Bottom };
+    void setAlignment(int alignment, Vertical vertical = Vertical::Top);
     void setWordWrap(bool wrap);
 
 private:

@@ -88,4 +88,17 @@ private:
     int m_err = 0;
 };
 
+// "On Error GoTo" the end of the handler: the first statement that fails ends the block,
+// silently. Returns the error's number, or 0.
+template <class Block>
+int OnErrorExit(Block&& block)
+{
+    try {
+        std::forward<Block>(block)();
+        return 0;
+    } catch (const RuntimeError& e) {
+        return e.number();
+    }
+}
+
 } // namespace platform

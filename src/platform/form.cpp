@@ -4,19 +4,42 @@
 #include "runtime.h"
 
 #include <QCloseEvent>
+#include <QLoggingCategory>
+#include <QMenuBar>
 #include <QPainter>
 
 namespace platform {
 
-Form::Form(const char* name, int clientWidth, int clientHeight)
+Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
 {
     setObjectName(QString::fromLatin1(name));
     setAttribute(Qt::WA_QuitOnClose, false);
-    resize(toPixelsX(clientWidth), toPixelsY(clientHeight));
+    int menuHeight = 0;
+    if (menu == Menu::Bar) {
+        m_menuBar = new QMenuBar(this);
+        m_menuBar->setObjectName(QStringLiteral("MenuBar"));
+        menuHeight = m_menuBar->sizeHint().height();
+    }
+    resize(toPixelsX(clientWidth), toPixelsY(clientHeight) + menuHeight);
     ensureSurface();
 }
 
+QPoint Form::clientOrigin() const
+{
+    return m_menuBar ? QPoint(0, m_menuBar->height()) : QPoint();
+}
+
 Form::~Form() = default;
+
+// Every caption a window shows, for following the main window's title status from outside
+// (QT_LOGGING_RULES="glidepath.caption=true").
+Q_LOGGING_CATEGORY(lcCaption, "glidepath.caption", QtWarningMsg)
+
+void Form::setCaption(const QString& caption)
+{
+    setWindowTitle(caption);
+    qCInfo(lcCaption).noquote() << objectName() + QLatin1String(": ") + caption;
+}
 
 void Form::Show()
 {
@@ -216,6 +239,8 @@ void Form::paintEvent(QPaintEvent* event)
 void Form::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
+    if (m_menuBar)
+        m_menuBar->setGeometry(0, 0, width(), m_menuBar->sizeHint().height());
     ensureSurface();
     noteFrame();
     runHandler([this] { Form_Resize(); });

@@ -17,6 +17,8 @@
 #include <cstdint>
 #include <functional>
 
+class QMenuBar;
+
 namespace platform {
 
 class Forms;
@@ -26,6 +28,8 @@ class Container {
 public:
     virtual ~Container() = default;
     virtual QWidget* containerWidget() = 0;
+    // Where the client area begins inside the container's widget, in pixels (below a menu bar).
+    virtual QPoint clientOrigin() const { return {}; }
 };
 
 enum WindowStates : int { vbNormal = 0, vbMinimized = 1, vbMaximized = 2 };
@@ -33,18 +37,21 @@ enum WindowStates : int { vbNormal = 0, vbMinimized = 1, vbMaximized = 2 };
 class Form : public QWidget, public Container {
     Q_OBJECT
 public:
-    // The designed client area, in twips.
-    Form(const char* name, int clientWidth, int clientHeight);
+    enum class Menu { None, Bar };
+    // The designed client area, in twips; a window with a menu bar is that much taller.
+    Form(const char* name, int clientWidth, int clientHeight, Menu menu = Menu::None);
     ~Form() override;
 
     QWidget* containerWidget() override { return this; }
+    QPoint clientOrigin() const override;
+    QMenuBar* MenuBar() const { return m_menuBar; }
 
     void Show();
     void Hide();
     bool Visible() const { return isVisible(); }
 
     QString Caption() const { return windowTitle(); }
-    void setCaption(const QString& caption) { setWindowTitle(caption); }
+    void setCaption(const QString& caption);
     // BorderStyle 0: no title bar and no frame.
     void setBorderless();
 
@@ -104,6 +111,7 @@ private:
     void noteFrame();
     void ensureSurface();
 
+    QMenuBar* m_menuBar = nullptr;
     TwipsMemo m_left, m_top, m_width, m_height;
     QSize m_frame{0, 0};
     OleColor m_backColor = vbButtonFace;

@@ -1,12 +1,19 @@
 #include "runtime.h"
 
+#include "common_dialog.h"
 #include "form.h"
 #include "sounds.h"
 
 #include <QApplication>
 #include <QEventLoop>
 #include <QFont>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QFormLayout>
+#include <QLabel>
+#include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QTimer>
 
 #include <cstdio>
@@ -134,16 +141,66 @@ int Runtime::messageBox(const QString& prompt, int style, const QString& caption
     QMessageBox box;
     box.setWindowTitle(caption);
     box.setText(prompt);
-    const int buttons = style & 0x7;
-    box.setStandardButtons(buttons == vbOKCancel ? QMessageBox::Ok | QMessageBox::Cancel : QMessageBox::Ok);
+    // Button sets the program does not use (and style values that name none) get a single OK.
+    switch (style & 0x7) {
+    case vbOKCancel: box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel); break;
+    case vbYesNo: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No); break;
+    default: box.setStandardButtons(QMessageBox::Ok); break;
+    }
+    if (style & vbDefaultButton2)
+        box.setDefaultButton(qobject_cast<QPushButton*>(box.buttons().value(1)));
     switch (style & 0x70) {
     case vbCritical: box.setIcon(QMessageBox::Critical); break;
-    case 32: box.setIcon(QMessageBox::Question); break;
+    case vbQuestion: box.setIcon(QMessageBox::Question); break;
     case vbExclamation: box.setIcon(QMessageBox::Warning); break;
-    case 64: box.setIcon(QMessageBox::Information); break;
+    case vbInformation: box.setIcon(QMessageBox::Information); break;
     default: break;
     }
-    return box.exec() == QMessageBox::Cancel ? vbCancel : vbOK;
+    switch (box.exec()) {
+    case QMessageBox::Cancel: return vbCancel;
+    case QMessageBox::Yes: return vbYes;
+    case QMessageBox::No: return vbNo;
+    default: return vbOK;
+    }
+}
+
+QString Runtime::askFile(const FileDialogRequest& request)
+{
+    if (m_fileDialogHook)
+        return m_fileDialogHook(request);
+    QFileDialog dialog(nullptr, request.title);
+    dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
+    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    dialog.setNameFilters(CommonDialog::nameFilters(request.filter));
+    if (!request.initDir.isEmpty())
+        dialog.setDirectory(request.initDir);
+    if (!request.fileName.isEmpty())
+        dialog.selectFile(request.fileName);
+    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
+}
+
+bool Runtime::askLogin(const QString& site, QString& user, QString& password)
+{
+    if (m_loginHook)
+        return m_loginHook(site, user, password);
+    QDialog dialog;
+    dialog.setWindowTitle(QStringLiteral("Log In"));
+    auto* form = new QFormLayout(&dialog);
+    auto* userBox = new QLineEdit(&dialog);
+    auto* passwordBox = new QLineEdit(&dialog);
+    passwordBox->setEchoMode(QLineEdit::Password);
+    form->addRow(new QLabel(QStringLiteral("The site %1 asks for a user name and password.").arg(site)));
+    form->addRow(QStringLiteral("User name:"), userBox);
+    form->addRow(QStringLiteral("Password:"), passwordBox);
+    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
+    form->addRow(buttons);
+    if (dialog.exec() != QDialog::Accepted)
+        return false;
+    user = userBox->text();
+    password = passwordBox->text();
+    return true;
 }
 
 // The statements ------------------------------------------------------------------------

@@ -24,8 +24,13 @@ class Form;
 class WavePlayer;
 
 // Window styles of the message box that the program uses.
-enum MsgBoxStyle : int { vbOKOnly = 0, vbOKCancel = 1, vbCritical = 16, vbExclamation = 48 };
-enum MsgBoxResult : int { vbOK = 1, vbCancel = 2 };
+enum MsgBoxStyle : int {
+    vbOKOnly = 0, vbOKCancel = 1, vbYesNo = 4, vbCritical = 16, vbQuestion = 32, vbExclamation = 48,
+    vbInformation = 64, vbDefaultButton2 = 256
+};
+enum MsgBoxResult : int { vbOK = 1, vbCancel = 2, vbYes = 6, vbNo = 7 };
+
+struct FileDialogRequest;
 
 // The windows of the process, each created and loaded on first touch.
 class Forms {
@@ -90,11 +95,20 @@ public:
     {
         m_messageBoxHook = std::move(hook);
     }
+    // The file a person picks in a file dialog ("" for cancel).
+    void setFileDialogHook(std::function<QString(const FileDialogRequest&)> hook) { m_fileDialogHook = std::move(hook); }
+    // A person's answer to a log-in prompt: false for cancel.
+    void setLoginHook(std::function<bool(const QString& site, QString& user, QString& password)> hook)
+    {
+        m_loginHook = std::move(hook);
+    }
     bool ended() const { return m_ended; }
 
     void reportUntrapped(const RuntimeError& error);
     [[noreturn]] void end();
     int messageBox(const QString& prompt, int style, const QString& title);
+    QString askFile(const FileDialogRequest& request);
+    bool askLogin(const QString& site, QString& user, QString& password);
 
 private:
     QString m_programDir;
@@ -105,6 +119,8 @@ private:
     std::function<void(const RuntimeError&)> m_untrappedHook;
     std::function<void()> m_endHook;
     std::function<int(const QString&, int, const QString&)> m_messageBoxHook;
+    std::function<QString(const FileDialogRequest&)> m_fileDialogHook;
+    std::function<bool(const QString&, QString&, QString&)> m_loginHook;
     bool m_ended = false;
     Runtime* m_previous = nullptr;
 };

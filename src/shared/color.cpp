@@ -10,6 +10,11 @@ constexpr int kClientWidth = 1455;
 constexpr int kClientHeight = 525;
 } // namespace
 
+QString FontColour()
+{
+    return form<Color>().ForeC.Text();
+}
+
 Color::Color() : Form("Color", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Color"));

@@ -14,3 +14,6 @@ public:
 protected:
     void Form_Load() override;
 };
+
+// The font colour code: ForeC's text, read afresh each time.
+QString FontColour();

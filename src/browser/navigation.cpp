@@ -1,0 +1,113 @@
+// The six themed buttons with their pressed and released bitmaps, the address box's Enter
+// and access phrase, and Copy URL.
+
+#include "main_window.h"
+
+#include "companions/home_page.h"
+#include "shared/procedures.h"
+#include "startup/theme_selector.h"
+#include "platform/clipboard.h"
+#include "platform/picture.h"
+#include "platform/runtime.h"
+
+using namespace platform;
+
+namespace {
+const QString kAccessPhrase = QStringLiteral("Crane at Dusk");
+} // namespace
+
+void MainFRM::wireNavigation()
+{
+    Back.onClick([this] { Back_Click(); });
+    ForwardF.onClick([this] { ForwardF_Click(); });
+    Go.onClick([this] { Go_Click(); });
+    Home.onClick([this] { Home_Click(); });
+    RefreshR.onClick([this] { RefreshR_Click(); });
+    StopS.onClick([this] { StopS_Click(); });
+    wireButtonLook(Back, QStringLiteral("Back"));
+    wireButtonLook(ForwardF, QStringLiteral("Forward"));
+    wireButtonLook(Go, QStringLiteral("Go"));
+    wireButtonLook(Home, QStringLiteral("Home"));
+    wireButtonLook(RefreshR, QStringLiteral("Refresh"));
+    wireButtonLook(StopS, QStringLiteral("Stop"));
+    URLC.onKeyPress([this](std::int16_t& key) { URLC_KeyPress(key); });
+    CopyURL.onClick([this] { CopyURL_Click(); });
+}
+
+void MainFRM::wireButtonLook(Image& button, const QString& name)
+{
+    // Errors: none trapped (a missing pressed bitmap is a run-time error).
+    button.setAccessibleName(name);
+    button.onMouseDown([&button, name](int, int, double, double) {
+        button.setPicture(LoadPicture(ThemeDir() + "/" + name + "DOWN.BMP"));
+    });
+    button.onMouseUp([&button, name](int, int, double, double) {
+        button.setPicture(LoadPicture(ThemeDir() + "/" + name + "UP.BMP"));
+    });
+}
+
+void MainFRM::Back_Click()
+{
+    // Errors: ignored statement by statement.
+    OnErrorResumeNext next;
+    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { BrowserWindow.GoBack(); });
+}
+
+void MainFRM::ForwardF_Click()
+{
+    // Errors: ignored statement by statement.
+    OnErrorResumeNext next;
+    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { BrowserWindow.GoForward(); });
+}
+
+void MainFRM::Go_Click()
+{
+    // Errors: ignored statement by statement.
+    OnErrorResumeNext next;
+    next([&] { BrowserWindow.Navigate(URLC.Text()); });
+    next([&] { setCaption("Glidepath - [Going to: " + URLC.Text() + "]"); });
+    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+}
+
+void MainFRM::Home_Click()
+{
+    // Errors: none trapped.
+    BrowserWindow.Navigate(form<HomePageFRM>().Data.Text());
+    PlayWave(ThemeDir() + "/Click.WAV");
+}
+
+void MainFRM::RefreshR_Click()
+{
+    // Errors: ignored statement by statement.
+    OnErrorResumeNext next;
+    next([&] { BrowserWindow.Refresh(); });
+    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+}
+
+void MainFRM::StopS_Click()
+{
+    // Errors: ignored statement by statement.
+    OnErrorResumeNext next;
+    next([&] { BrowserWindow.Stop(); });
+    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+}
+
+void MainFRM::URLC_KeyPress(std::int16_t& keyAscii)
+{
+    // Errors: none trapped. The text is the box's text before this key is added.
+    if (keyAscii == 13)
+        Go_Click();
+    if (URLC.Text() == kAccessPhrase) {
+        // The hidden page opens here once it exists; the phrase is already recognised.
+    }
+    if (URLC.Text() == kAccessPhrase)
+        BrowserWindow.Stop();
+}
+
+void MainFRM::CopyURL_Click()
+{
+    // Errors: none trapped.
+    ClipboardSetText(BrowserWindow.LocationURL());
+}

@@ -1,0 +1,111 @@
+// The main window's load sequence, each stage announced in the status pop-up, and the three
+// ways it ends the program.
+
+#include "main_window.h"
+
+#include "shared/color.h"
+#include "shared/procedures.h"
+#include "shared/statf.h"
+#include "startup/theme_selector.h"
+#include "platform/picture.h"
+#include "platform/runtime.h"
+
+using namespace platform;
+
+namespace {
+
+constexpr int kClientWidth = 9975;
+constexpr int kClientHeight = 7095;
+
+void say(const QString& text)
+{
+    form<StatF>().Info.setCaption(text);
+}
+
+} // namespace
+
+MainFRM::MainFRM() : Form("MainFRM", kClientWidth, kClientHeight, Menu::Bar)
+{
+    setCaption(QStringLiteral("Glidepath - [Loading...]"));
+    QFont font(QStringLiteral("OCR A Extended"));
+    font.setPointSizeF(8.25);
+    setFont(font);
+    URLCMirror.setVisible(false);
+    MainFBackGroundImage.ZOrder(1);
+    wireNavigation();
+    wireTitleStatus();
+    wirePopUpBlocker();
+    wireMenus();
+}
+
+void MainFRM::Form_Load()
+{
+    // Errors: none trapped in stages 1 to 11 (a theme picture that cannot be loaded ends the
+    // program); from stage 12 on, ignored statement by statement.
+    say(QStringLiteral("Loading Theme Directory (ThemeDir.INI)"));
+    QString key = QStringLiteral("Dir");
+    form<ThemeSelector>().TPath.setText(ReadIniValue(QStringLiteral("Theme Directory"), key, AppPath() + "/ThemeDir.INI"));
+    Show();
+    say(QStringLiteral("Loading HomePage (HomePage.TXT)"));
+    LoadTextFile(URLCMirror, AppPath() + "/HomePage.TXT");
+    URLC.setText(URLCMirror.Text());
+    setCaption("Glidepath - [Going to: " + URLC.Text() + "]");
+    form<StatF>().Show();
+    say(QStringLiteral("Playing Sound..."));
+    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    say(QStringLiteral("Loading BackGround (Main) Image..."));
+    MainFBackGroundImage.setTop(0);
+    MainFBackGroundImage.setLeft(0);
+    MainFBackGroundImage.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
+    say(QStringLiteral("Loading 'Go' Image..."));
+    Go.setPicture(LoadPicture(ThemeDir() + "/GoUP.BMP"));
+    say(QStringLiteral("Loading 'Back' Image..."));
+    Back.setPicture(LoadPicture(ThemeDir() + "/BackUP.BMP"));
+    say(QStringLiteral("Loading 'Forward' Image..."));
+    ForwardF.setPicture(LoadPicture(ThemeDir() + "/ForwardUP.BMP"));
+    say(QStringLiteral("Loading 'Refresh' Image..."));
+    RefreshR.setPicture(LoadPicture(ThemeDir() + "/RefreshUP.BMP"));
+    say(QStringLiteral("Loading 'Stop' Image..."));
+    StopS.setPicture(LoadPicture(ThemeDir() + "/StopUP.BMP"));
+    say(QStringLiteral("Loading 'Home' Image..."));
+    Home.setPicture(LoadPicture(ThemeDir() + "/HomeUP.BMP"));
+
+    OnErrorResumeNext next;
+    next([&] { say(QStringLiteral("Changing Color Of Font(s)...")); });
+    next([&] { if (FontColour() == "1") CheckData.setForeColor(vbWhite); });
+    next([&] { if (FontColour() == "2") CheckData.setForeColor(vbBlack); });
+    next([&] { if (FontColour() == "3") CheckData.setForeColor(vbButtonFace); });
+    next([&] { say(QStringLiteral("Glide Path Succesfully Loaded. Enjoy.")); });
+    next([&] { BrowserWindow.Navigate(URLC.Text()); });
+    next([&] { Unload(form<StatF>()); });
+    next([&] { setCaption("Glidepath - [Going to: " + URLC.Text() + "]"); });
+}
+
+void MainFRM::shutDown(bool restoreMinimised)
+{
+    PlayWave(ThemeDir() + "/CloseWIN.WAV");
+    if (WindowState() == vbMaximized)
+        setWindowState(vbNormal);
+    if (restoreMinimised && WindowState() == vbMinimized)
+        setWindowState(vbNormal);
+    End();
+}
+
+void MainFRM::ExitMNU_Click()
+{
+    // Errors: none trapped.
+    shutDown(true);
+}
+
+void MainFRM::Form_Unload(int& cancel)
+{
+    // Errors: none trapped.
+    (void)cancel;
+    shutDown(true);
+}
+
+void MainFRM::Form_Terminate()
+{
+    // Errors: none trapped. Unlike the other two, this path leaves a minimised window as it is.
+    shutDown(false);
+}

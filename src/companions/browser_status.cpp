@@ -1,0 +1,86 @@
+#include "browser_status.h"
+
+#include "browser/main_window.h"
+#include "shared/color.h"
+#include "shared/procedures.h"
+#include "startup/theme_selector.h"
+#include "platform/convert.h"
+#include "platform/picture.h"
+#include "platform/runtime.h"
+
+using namespace platform;
+
+namespace {
+
+constexpr int kClientWidth = 7215;
+constexpr int kClientHeight = 3615;
+constexpr OleColor kLightGrey = RGB(224, 224, 224);
+
+struct Caption {
+    const char* text;
+    platform::TwipsRect rect;
+};
+// Info 0 to 5, with their place; the values sit 240 twips below each.
+constexpr Caption kCaptions[] = {
+    {"Percentage Loaded:", {120, 120, 1935, 255}}, {"Location Name:", {120, 720, 1575, 255}},
+    {"Location URL:", {120, 1320, 1935, 255}},     {"Height (Pixles):", {120, 2520, 1935, 255}},
+    {"Width (Pixles):", {120, 3120, 1575, 255}},   {"Window State:", {120, 1920, 1575, 255}},
+};
+
+} // namespace
+
+BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kClientHeight)
+{
+    setCaption(QStringLiteral("Browser Status"));
+    for (int i = 0; i < 6; ++i)
+        Info.add(*this, "Info", i, kCaptions[i].rect, QString::fromLatin1(kCaptions[i].text));
+    const QString font = QStringLiteral("OCR A Extended");
+    for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
+                         &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ}) {
+        label->setFont(font, 8.25);
+        label->setForeColor(vbWhite);
+    }
+    Info(1).setForeColor(kLightGrey);
+    Timer.onTimer([this] { Timer_Timer(); });
+}
+
+void BrowserStatusFRM::Form_Load()
+{
+    // Errors: none trapped.
+    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    StayOnTop(*this);
+    ImageOne.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
+    // The code is read afresh for every label and every test; "?" is this window's third code.
+    for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
+                         &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ}) {
+        if (FontColour() == "1")
+            label->setForeColor(vbWhite);
+        if (FontColour() == "2")
+            label->setForeColor(vbBlack);
+        if (FontColour() == "?")
+            label->setForeColor(vbButtonFace);
+    }
+}
+
+void BrowserStatusFRM::Timer_Timer()
+{
+    // Errors: none trapped.
+    MainFRM& main = form<MainFRM>();
+    LocationURLL.setCaption(main.BrowserWindow.LocationURL());
+    LocationName.setCaption(main.BrowserWindow.LocationName());
+    if (main.WindowState() == vbNormal)
+        WindowStateLBL.setCaption(QStringLiteral("Normal"));
+    if (main.WindowState() == vbMinimized)
+        WindowStateLBL.setCaption(QStringLiteral("Minimized"));
+    if (main.WindowState() == vbMaximized)
+        WindowStateLBL.setCaption(QStringLiteral("Maximized"));
+    HeightQ.setCaption(SingleToText(float(main.BrowserWindow.Height())));
+    WidthQ.setCaption(SingleToText(float(main.BrowserWindow.Width())));
+}
+
+void BrowserStatusFRM::Form_Unload(int& cancel)
+{
+    // Errors: none trapped.
+    (void)cancel;
+    PlayWave(ThemeDir() + "/CloseWIN.WAV");
+}

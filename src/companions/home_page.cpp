@@ -1,0 +1,53 @@
+#include "home_page.h"
+
+#include "browser/main_window.h"
+#include "shared/procedures.h"
+#include "startup/theme_selector.h"
+#include "platform/runtime.h"
+
+using namespace platform;
+
+namespace {
+constexpr int kClientWidth = 3990;
+constexpr int kClientHeight = 855;
+} // namespace
+
+HomePageFRM::HomePageFRM() : Form("HomePageFRM", kClientWidth, kClientHeight)
+{
+    setCaption(QStringLiteral("Edit Home Page"));
+    const QString font = QStringLiteral("OCR A Extended");
+    Data.setFont(font, 8.25);
+    Cncl.setFont(font, 9);
+    OkCMD.setFont(font, 9);
+    Data.onKeyPress([this](std::int16_t& key) { Data_KeyPress(key); });
+    Cncl.onClick([this] { Cncl_Click(); });
+    OkCMD.onClick([this] { OkCMD_Click(); });
+}
+
+void HomePageFRM::Form_Load()
+{
+    // Errors: none trapped. The page being viewed is offered as the new home page.
+    Data.setText(form<MainFRM>().URLC.Text());
+}
+
+void HomePageFRM::OkCMD_Click()
+{
+    // Errors: none trapped.
+    SaveTextFile(Data, AppPath() + "/HomePage.TXT");
+    PlayWave(ThemeDir() + "/Click.WAV");
+    Hide();
+}
+
+void HomePageFRM::Data_KeyPress(std::int16_t& keyAscii)
+{
+    // Errors: none trapped.
+    if (keyAscii == 13)
+        OkCMD_Click();
+}
+
+void HomePageFRM::Cncl_Click()
+{
+    // Errors: none trapped.
+    Hide();
+    PlayWave(ThemeDir() + "/Click.WAV");
+}

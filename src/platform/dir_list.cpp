@@ -1,0 +1,65 @@
+#include "dir_list.h"
+
+#include "errors.h"
+#include "paths.h"
+
+#include <QDir>
+#include <QFileSystemModel>
+#include <QHeaderView>
+#include <QTreeView>
+
+namespace platform {
+
+DirListBox::DirListBox(Container& parent, const char* name, TwipsRect rect)
+    : Control(parent, name, new QTreeView, rect), m_model(new QFileSystemModel(this))
+{
+    m_model->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
+    m_model->setRootPath(QDir::rootPath());
+    QTreeView* t = tree();
+    t->setModel(m_model);
+    t->setRootIndex(m_model->index(QDir::rootPath()));
+    for (int column = 1; column < m_model->columnCount(); ++column)
+        t->hideColumn(column);
+    t->header()->hide();
+    watch(t->viewport());
+    connect(t->selectionModel(), &QItemSelectionModel::currentChanged, this, &DirListBox::handleCurrentChanged);
+    m_path = QDir::rootPath();
+}
+
+QTreeView* DirListBox::tree() const
+{
+    return static_cast<QTreeView*>(widget());
+}
+
+void DirListBox::setPath(const QString& path)
+{
+    const QDir dir(nativePath(path));
+    if (!dir.exists())
+        raiseError(ErrPathNotFound);
+    const QString canonical = dir.absolutePath();
+    const bool changed = canonical != m_path;
+    m_path = canonical;
+    const QModelIndex index = m_model->index(canonical);
+    m_settingPath = true;
+    tree()->setCurrentIndex(index);
+    for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent())
+        tree()->expand(parent);
+    tree()->expand(index);
+    tree()->scrollTo(index);
+    m_settingPath = false;
+    if (changed)
+        raiseChange();
+}
+
+void DirListBox::handleCurrentChanged()
+{
+    if (m_settingPath)
+        return;
+    const QString path = m_model->filePath(tree()->currentIndex());
+    if (path.isEmpty() || path == m_path)
+        return;
+    m_path = path;
+    raiseChange();
+}
+
+} // namespace platform

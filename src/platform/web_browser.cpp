@@ -1,0 +1,341 @@
+#include "web_browser.h"
+
+#include "common_dialog.h"
+#include "errors.h"
+#include "runtime.h"
+
+#include <QAuthenticator>
+#include <QCoreApplication>
+#include <QDir>
+#include <QFileInfo>
+#include <QProgressBar>
+#include <QVBoxLayout>
+#include <QLabel>
+#include <QWebEngineCertificateError>
+#include <QWebEngineDownloadRequest>
+#include <QWebEngineHistory>
+#include <QWebEnginePage>
+#include <QWebEngineProfile>
+#include <QWebEngineSettings>
+#include <QWebEngineView>
+
+#include <cstdio>
+#include <unistd.h>
+
+// How Qt's signals become the classic events, in the order a classic hosted browser raises
+// them for one navigation:
+//
+//   loadStarted        -> DownloadBegin, StatusTextChange("Opening page ..."), ProgressChange(0, 10000)
+//   loadProgress(p)    -> ProgressChange(p * 100, 10000)
+//   urlChanged         -> NavigateComplete2(url)   (the navigation has committed; raised once a load,
+//                                                  and at the latest when the load finishes)
+//   linkHovered(text)  -> StatusTextChange(text)
+//   loadFinished       -> ProgressChange(10000, 10000), StatusTextChange("Done"),
+//                         ProgressChange(-1, 0)   (the end-of-load report),
+//                         DownloadComplete, DocumentComplete(url)   (always last)
+//   createWindow       -> NewWindow2(cancel)
+//
+// Progress runs from 0 to 10000 as in the classic component; a load that fails still ends with
+// DocumentComplete, for the error page the engine shows.
+
+namespace platform {
+namespace {
+
+constexpr qint32 kProgressMax = 10000;
+constexpr int kMethodFailed = -2147467259; // E_FAIL, as the classic component reports it
+
+QWebEngineProfile* g_profile = nullptr;
+QString g_profileName; // empty: off the record
+
+// The engine's own window for a page's pop-up.
+class PopupWindow : public QWidget {
+public:
+    explicit PopupWindow(QWebEngineProfile* profile)
+    {
+        setAttribute(Qt::WA_DeleteOnClose);
+        auto* layout = new QVBoxLayout(this);
+        layout->setContentsMargins(0, 0, 0, 0);
+        m_view = new QWebEngineView(this);
+        m_view->setPage(new QWebEnginePage(profile, m_view));
+        layout->addWidget(m_view);
+        resize(800, 600);
+        connect(m_view, &QWebEngineView::titleChanged, this, &QWidget::setWindowTitle);
+        connect(m_view->page(), &QWebEnginePage::windowCloseRequested, this, &QWidget::close);
+        connect(m_view->page(), &QWebEnginePage::geometryChangeRequested, this, [this](const QRect& r) {
+            if (r.isValid())
+                setGeometry(r);
+        });
+    }
+    QWebEnginePage* page() const { return m_view->page(); }
+
+private:
+    QWebEngineView* m_view;
+};
+
+// A download's progress, in a small window of its own.
+class DownloadWindow : public QWidget {
+public:
+    explicit DownloadWindow(QWebEngineDownloadRequest* download)
+    {
+        setAttribute(Qt::WA_DeleteOnClose);
+        setWindowTitle(QStringLiteral("Download"));
+        auto* layout = new QVBoxLayout(this);
+        auto* label = new QLabel(QDir::toNativeSeparators(download->downloadDirectory() + QLatin1Char('/') +
+                                                          download->downloadFileName()), this);
+        auto* bar = new QProgressBar(this);
+        layout->addWidget(label);
+        layout->addWidget(bar);
+        connect(download, &QWebEngineDownloadRequest::receivedBytesChanged, this, [download, bar] {
+            const qint64 total = download->totalBytes();
+            bar->setRange(0, total > 0 ? 100 : 0);
+            if (total > 0)
+                bar->setValue(int(download->receivedBytes() * 100 / total));
+        });
+        connect(download, &QWebEngineDownloadRequest::isFinishedChanged, this, [this, download, label, bar] {
+            bar->setRange(0, 100);
+            bar->setValue(100);
+            label->setText(download->state() == QWebEngineDownloadRequest::DownloadCompleted
+                               ? QStringLiteral("Done: ") + label->text()
+                               : QStringLiteral("Failed: ") + label->text());
+        });
+        resize(420, 90);
+    }
+};
+
+void handleDownload(QWebEngineDownloadRequest* download)
+{
+    CommonDialog dialog;
+    dialog.DialogTitle = QStringLiteral("Save As");
+    dialog.InitDir = download->downloadDirectory();
+    dialog.FileName = download->downloadFileName();
+    dialog.ShowSave();
+    if (dialog.FileName.isEmpty()) {
+        download->cancel();
+        return;
+    }
+    const QFileInfo target(dialog.FileName);
+    download->setDownloadDirectory(target.absolutePath());
+    download->setDownloadFileName(target.fileName());
+    download->accept();
+    (new DownloadWindow(download))->show();
+}
+
+QWebEngineProfile* sharedProfile()
+{
+    if (!g_profile) {
+        g_profile = g_profileName.isEmpty() ? new QWebEngineProfile(qApp) : new QWebEngineProfile(g_profileName, qApp);
+        QObject::connect(g_profile, &QWebEngineProfile::downloadRequested, g_profile, handleDownload);
+    }
+    return g_profile;
+}
+
+} // namespace
+
+// The page: new windows, log-ins and certificate errors as a hosted browser handles them.
+class WebBrowser::Page : public QWebEnginePage {
+public:
+    Page(WebBrowser* owner, QObject* parent) : QWebEnginePage(sharedProfile(), parent), m_owner(owner)
+    {
+        connect(this, &QWebEnginePage::authenticationRequired, this, &Page::handleLogin);
+        connect(this, &QWebEnginePage::certificateError, this, &Page::handleCertificate);
+    }
+
+protected:
+    QWebEnginePage* createWindow(WebWindowType) override
+    {
+        if (!m_owner->raiseNewWindow2())
+            return nullptr;
+        auto* window = new PopupWindow(sharedProfile());
+        window->show();
+        return window->page();
+    }
+
+private:
+    void handleLogin(const QUrl& url, QAuthenticator* authenticator)
+    {
+        QString user, password;
+        if (Runtime::current().askLogin(url.host() + QStringLiteral(" - ") + authenticator->realm(), user, password)) {
+            authenticator->setUser(user);
+            authenticator->setPassword(password);
+        } else {
+            *authenticator = QAuthenticator(); // refused: the server's own page is shown
+        }
+    }
+
+    void handleCertificate(const QWebEngineCertificateError& error)
+    {
+        QWebEngineCertificateError e = error;
+        if (!e.isOverridable()) {
+            e.rejectCertificate();
+            return;
+        }
+        e.defer();
+        const int answer = MsgBox(QStringLiteral("There is a problem with this site's security certificate:\n\n%1\n\n"
+                                                 "Do you want to go on to %2?")
+                                      .arg(e.description(), e.url().host()),
+                                  vbYesNo | vbExclamation | vbDefaultButton2, QStringLiteral("Security Alert"));
+        if (answer == vbYes)
+            e.acceptCertificate();
+        else
+            e.rejectCertificate();
+    }
+
+    WebBrowser* m_owner;
+};
+
+void prepareWebEngine()
+{
+    if (geteuid() == 0) {
+        qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1");
+        std::fprintf(stderr, "glidepath: running as root, so the web engine runs without its sandbox\n");
+    }
+    QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
+}
+
+WebBrowser::WebBrowser(Container& parent, const char* name, TwipsRect rect)
+    : Control(parent, name, new QWebEngineView, rect)
+{
+    QWebEngineView* v = view();
+    v->setPage(new Page(this, v));
+    connect(v, &QWebEngineView::loadStarted, this, &WebBrowser::handleLoadStarted);
+    connect(v, &QWebEngineView::loadProgress, this, &WebBrowser::handleLoadProgress);
+    connect(v, &QWebEngineView::urlChanged, this, &WebBrowser::handleUrlChanged);
+    connect(v, &QWebEngineView::loadFinished, this, &WebBrowser::handleLoadFinished);
+    connect(v->page(), &QWebEnginePage::linkHovered, this, &WebBrowser::raiseStatus);
+}
+
+WebBrowser::~WebBrowser() = default;
+
+QWebEngineView* WebBrowser::view() const
+{
+    return static_cast<QWebEngineView*>(widget());
+}
+
+QUrl WebBrowser::interpret(const QString& typed)
+{
+    const QString text = typed.trimmed();
+    if (text.isEmpty())
+        return QUrl(QStringLiteral("about:blank"));
+    if (text.startsWith(QLatin1Char('/')) || text.startsWith(QLatin1String("~/")) || text.startsWith(QLatin1String("./"))) {
+        QString path = text;
+        if (path.startsWith(QLatin1Char('~')))
+            path.replace(0, 1, QDir::homePath());
+        return QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
+    }
+    return QUrl::fromUserInput(text, QDir::currentPath(), QUrl::AssumeLocalFile);
+}
+
+void WebBrowser::Navigate(const QString& address)
+{
+    view()->setUrl(interpret(address));
+}
+
+void WebBrowser::GoBack()
+{
+    if (!view()->history()->canGoBack())
+        throw RuntimeError(kMethodFailed, QStringLiteral("Method 'GoBack' of object 'IWebBrowser2' failed"));
+    view()->back();
+}
+
+void WebBrowser::GoForward()
+{
+    if (!view()->history()->canGoForward())
+        throw RuntimeError(kMethodFailed, QStringLiteral("Method 'GoForward' of object 'IWebBrowser2' failed"));
+    view()->forward();
+}
+
+void WebBrowser::Refresh() { view()->reload(); }
+void WebBrowser::Stop() { view()->stop(); }
+
+QString WebBrowser::LocationURL() const
+{
+    const QUrl url = view()->url();
+    return url.isEmpty() ? QString() : url.toString();
+}
+
+QString WebBrowser::LocationName() const
+{
+    const QString title = view()->title();
+    const QUrl url = view()->url();
+    // The engine titles an untitled page with its address; the classic component leaves it empty.
+    for (const QString& address : {url.toString(), url.toDisplayString(),
+                                   url.toString(QUrl::RemoveScheme).mid(2), url.toDisplayString(QUrl::RemoveScheme).mid(2),
+                                   url.toString(QUrl::RemoveScheme | QUrl::StripTrailingSlash).mid(2), url.path()}) {
+        if (!address.isEmpty() && title == address)
+            return QString();
+    }
+    return title;
+}
+
+bool WebBrowser::raiseNewWindow2()
+{
+    bool cancel = false;
+    if (m_newWindow2)
+        runHandler([&] { m_newWindow2(cancel); });
+    return !cancel;
+}
+
+void WebBrowser::raiseStatus(const QString& text)
+{
+    if (m_statusTextChange)
+        runHandler([&] { m_statusTextChange(text); });
+}
+
+void WebBrowser::raiseProgress(qint32 progress, qint32 progressMax)
+{
+    if (m_progressChange)
+        runHandler([&] { m_progressChange(progress, progressMax); });
+}
+
+void WebBrowser::raiseNavigateComplete()
+{
+    if (m_navigateCompleteRaised)
+        return;
+    m_navigateCompleteRaised = true;
+    const QString url = LocationURL();
+    if (m_navigateComplete2)
+        runHandler([&] { m_navigateComplete2(url); });
+}
+
+void WebBrowser::handleLoadStarted()
+{
+    m_loading = true;
+    m_navigateCompleteRaised = false;
+    raiseEvent(m_downloadBegin);
+    raiseStatus(QStringLiteral("Opening page ") + LocationURL() + QStringLiteral("..."));
+    raiseProgress(0, kProgressMax);
+}
+
+void WebBrowser::handleLoadProgress(int percent)
+{
+    if (m_loading && percent > 0 && percent < 100)
+        raiseProgress(percent * (kProgressMax / 100), kProgressMax);
+}
+
+void WebBrowser::handleUrlChanged(const QUrl&)
+{
+    if (m_loading)
+        raiseNavigateComplete();
+}
+
+void WebBrowser::handleLoadFinished(bool)
+{
+    if (!m_loading)
+        return;
+    m_loading = false;
+    raiseNavigateComplete();
+    raiseProgress(kProgressMax, kProgressMax);
+    raiseStatus(QStringLiteral("Done"));
+    raiseProgress(-1, 0);
+    raiseEvent(m_downloadComplete);
+    const QString url = LocationURL();
+    if (m_documentComplete)
+        runHandler([&] { m_documentComplete(url); });
+}
+
+void useWebProfile(const QString& storageName)
+{
+    g_profileName = storageName;
+}
+
+} // namespace platform

@@ -1,0 +1,88 @@
+#include "intro.h"
+
+#include "browser/main_window.h"
+#include "shared/color.h"
+#include "shared/procedures.h"
+#include "startup/theme_selector.h"
+#include "platform/picture.h"
+#include "platform/runtime.h"
+
+using namespace platform;
+
+namespace {
+constexpr int kClientWidth = 7335;
+constexpr int kClientHeight = 2535;
+constexpr int kPictureMargins = 480; // 240 twips on each side of the picture
+constexpr int kNoButtonStyle = 8;    // names no standard button set: a single OK
+} // namespace
+
+IntroFRM::IntroFRM() : Form("IntroFRM", kClientWidth, kClientHeight)
+{
+    setBorderless();
+    ClickAnywhereToEnter.setFont(QStringLiteral("OCR A Extended"), 9);
+    ClickAnywhereToEnter.setForeColor(vbWhite); // readable on the dark margins of the themes
+    // The text stands in the bottom margin, clear of the picture.
+    ClickAnywhereToEnter.setAlignment(2, Label::Vertical::Bottom);
+    ClickAnywhereToEnter.setAccessibleName(QStringLiteral("Click Anywhere To Enter."));
+    ClickAnywhereToEnter.onClick([this] { ClickAnywhereToEnter_Click(); });
+    Player.setVisible(false);
+    setLeft((ScreenWidth() - Width()) / 2);
+    setTop((ScreenHeight() - Height()) / 2);
+}
+
+void IntroFRM::Form_Load()
+{
+    // Errors: none trapped at first; ignored statement by statement from step 4 on when no
+    // theme directory is stored, and from step 10 on in every case.
+    QString key = QStringLiteral("Dir");
+    form<ThemeSelector>().TPath.setText(ReadIniValue(QStringLiteral("Theme Directory"), key, AppPath() + "/ThemeDir.INI"));
+    if (ThemeDir().isEmpty())
+        form<ThemeSelector>().CancelCMD.setEnabled(false);
+    if (ThemeDir().isEmpty())
+        form<ThemeSelector>().Show();
+
+    OnErrorResumeNext next;
+    bool ignoring = ThemeDir().isEmpty();
+    auto step = [&](auto&& statement) {
+        if (ignoring)
+            next(statement);
+        else
+            statement();
+    };
+    step([&] { if (ThemeDir().isEmpty()) Hide(); });
+    step([&] { if (ThemeDir().isEmpty()) MsgBox(QStringLiteral("Please Select a Theme Directory."), kNoButtonStyle, QString()); });
+    step([&] { Player.setAutoStart(true); });
+    step([&] { Player.Open(ThemeDir() + "/Intro.MP3"); });
+    step([&] { ImageOne.setPicture(LoadPicture(ThemeDir() + "/Main.BMP")); });
+    step([&] { IntroImage.setPicture(LoadPicture(ThemeDir() + "/Intro.BMP")); });
+
+    ignoring = true;
+    step([&] { setWidth(IntroImage.Width() + kPictureMargins); });
+    step([&] { setHeight(IntroImage.Height() + kPictureMargins); });
+    step([&] { ClickAnywhereToEnter.setHeight(Height()); });
+    step([&] { ClickAnywhereToEnter.setWidth(Width()); });
+    step([&] { ImageOne.setWidth(Width()); });
+    step([&] { ImageOne.setHeight(Height()); });
+    step([&] { IntroFormBorder.setWidth(Width()); });
+    step([&] { IntroFormBorder.setHeight(Height()); });
+    step([&] { StayOnTop(*this); });
+
+    step([&] { if (FontColour() == "1") ClickAnywhereToEnter.setForeColor(vbWhite); });
+    step([&] { if (FontColour() == "2") ClickAnywhereToEnter.setForeColor(vbBlack); });
+    step([&] { if (FontColour() == "3") ClickAnywhereToEnter.setForeColor(vbButtonFace); });
+    step([&] { if (FontColour() == "1") setBackColor(vbBlack); });
+    step([&] { if (FontColour() == "2") setBackColor(vbWhite); });
+    step([&] { if (FontColour() == "3") setBackColor(vbApplicationWorkspace); });
+    step([&] { if (FontColour() == "1") IntroFormBorder.setBorderColor(vbBlack); });
+    step([&] { if (FontColour() == "2") IntroFormBorder.setBorderColor(vbWhite); });
+    step([&] { if (FontColour() == "3") IntroFormBorder.setBorderColor(vbApplicationWorkspace); });
+}
+
+void IntroFRM::ClickAnywhereToEnter_Click()
+{
+    // Errors: none trapped.
+    PlayWave(ThemeDir() + "/Click.WAV");
+    SqueezeStretchEffect(*this);
+    Hide();
+    form<MainFRM>().Show();
+}
