@@ -55,7 +55,6 @@ Control::Control(Container& parent, const char* name, QWidget* widget, TwipsRect
         widget->setProperty("index", index);
     // A click on a control belongs to the control, never to the window behind it.
     widget->setAttribute(Qt::WA_NoMousePropagation);
-    widget->setFont(container->font());
     Move(rect.left, rect.top, rect.width, rect.height);
     watch(widget);
     widget->show();
@@ -76,15 +75,15 @@ int Control::Height() const { return m_height.read(m_widget->height(), TwipsPerP
 void Control::setLeft(int twips)
 {
     const int px = toPixelsX(twips);
-    m_widget->move(px + m_origin.x(), m_widget->y());
     m_left.written(twips, px);
+    m_widget->move(px + m_origin.x(), m_widget->y());
 }
 
 void Control::setTop(int twips)
 {
     const int px = toPixelsY(twips);
-    m_widget->move(m_widget->x(), px + m_origin.y());
     m_top.written(twips, px);
+    m_widget->move(m_widget->x(), px + m_origin.y());
 }
 
 void Control::setWidth(int twips)
@@ -92,8 +91,8 @@ void Control::setWidth(int twips)
     if (twips < 0)
         raiseError(ErrInvalidPropertyValue);
     const int px = toPixelsX(twips);
-    m_widget->resize(px, m_widget->height());
     m_width.written(twips, px);
+    m_widget->resize(px, m_widget->height());
 }
 
 void Control::setHeight(int twips)
@@ -101,8 +100,8 @@ void Control::setHeight(int twips)
     if (twips < 0)
         raiseError(ErrInvalidPropertyValue);
     const int px = toPixelsY(twips);
-    m_widget->resize(m_widget->width(), px);
     m_height.written(twips, px);
+    m_widget->resize(m_widget->width(), px);
 }
 
 void Control::Move(int left, int top, int width, int height)
@@ -168,7 +167,6 @@ void Control::raiseEvent(const Handler& handler)
 
 bool Control::eventFilter(QObject* watched, QEvent* event)
 {
-    (void)watched;
     switch (event->type()) {
     case QEvent::MouseButtonPress: {
         const auto* mouse = static_cast<QMouseEvent*>(event);
@@ -206,6 +204,8 @@ bool Control::eventFilter(QObject* watched, QEvent* event)
         }
         break;
     case QEvent::KeyPress: {
+        if (m_keyTarget && watched != m_keyTarget)
+            break;
         const int code = keyAscii(*static_cast<QKeyEvent*>(event));
         if (code < 0 || !m_keyPress)
             break;

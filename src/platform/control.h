@@ -67,6 +67,10 @@ public:
     void onKeyPress(KeyPressHandler h) { m_keyPress = std::move(h); }
     void onChange(Handler h) { m_change = std::move(h); }
 
+Q_SIGNALS:
+    // Every caption or text written by the program, also when it equals the one shown.
+    void textWritten(const QString& text);
+
 protected:
     // index: the element's index in a control array, or -1.
     Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect, int index = -1);
@@ -75,6 +79,8 @@ protected:
     void setSynthesizedClick(bool on) { m_synthesizedClick = on; }
     // Listens to a further widget inside this one (a combo box's editor).
     void watch(QWidget* inner);
+    // Takes key presses only from this widget inside the control.
+    void setKeyTarget(QWidget* target) { m_keyTarget = target; }
     void raiseClick() { raiseEvent(m_click); }
     void raiseChange() { raiseEvent(m_change); }
     void raiseEvent(const Handler& handler);
@@ -85,6 +91,7 @@ protected:
 private:
     QPointer<QWidget> m_widget;
     QPoint m_origin; // the container's client origin, in pixels
+    QWidget* m_keyTarget = nullptr;
     int m_index;
     TwipsMemo m_left, m_top, m_width, m_height;
     OleColor m_foreColor = vbButtonText;

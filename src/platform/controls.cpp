@@ -30,6 +30,7 @@ void Label::setCaption(const QString& caption)
 {
     if (label()->text() != caption) // the same text again needs no repaint
         label()->setText(caption);
+    Q_EMIT textWritten(caption);
 }
 void Label::setWordWrap(bool wrap) { label()->setWordWrap(wrap); }
 
@@ -55,27 +56,30 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
 {
     if (lines == Lines::Multi) {
         m_multi = static_cast<QPlainTextEdit*>(widget());
-        m_multi->setPlainText(text);
+        setText(text);
         watch(m_multi->viewport());
         QObject::connect(m_multi, &QPlainTextEdit::textChanged, this, [this] { raiseChange(); });
     } else {
         m_single = static_cast<QLineEdit*>(widget());
-        m_single->setText(text);
+        setText(text);
         QObject::connect(m_single, &QLineEdit::textChanged, this, [this] { raiseChange(); });
     }
 }
 
 QString TextBox::Text() const
 {
-    return m_multi ? m_multi->toPlainText() : m_single->text();
+    const QString shown = m_multi ? m_multi->toPlainText() : m_single->text();
+    return shown == m_shown ? m_written : shown;
 }
 
 void TextBox::setText(const QString& text)
 {
+    m_written = text;
     if (m_multi)
         m_multi->setPlainText(text);
     else
         m_single->setText(text);
+    m_shown = m_multi ? m_multi->toPlainText() : m_single->text();
 }
 
 void TextBox::setLocked(bool locked)
@@ -158,14 +162,25 @@ ComboBox::ComboBox(Container& parent, const char* name, TwipsRect rect, const QS
 {
     combo()->setEditable(true);
     combo()->setInsertPolicy(QComboBox::NoInsert);
-    combo()->setEditText(text);
+    setText(text);
     watch(combo()->lineEdit());
+    setKeyTarget(combo()->lineEdit()); // a key the editor passes on reaches the box too: once is enough
     QObject::connect(combo(), &QComboBox::editTextChanged, this, [this] { raiseChange(); });
 }
 
 QComboBox* ComboBox::combo() const { return static_cast<QComboBox*>(widget()); }
-QString ComboBox::Text() const { return combo()->currentText(); }
-void ComboBox::setText(const QString& text) { combo()->setEditText(text); }
+QString ComboBox::Text() const
+{
+    const QString shown = combo()->currentText();
+    return shown == m_shown ? m_written : shown;
+}
+
+void ComboBox::setText(const QString& text)
+{
+    m_written = text;
+    combo()->setEditText(text);
+    m_shown = combo()->currentText();
+}
 void ComboBox::AddItem(const QString& item) { combo()->addItem(item); }
 int ComboBox::ListCount() const { return combo()->count(); }
 

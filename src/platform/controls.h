@@ -33,6 +33,8 @@ private:
     QLabel* label() const;
 };
 
+// Text written by the program comes back exactly as written, also where a one-line box cannot
+// show all of it (line breaks).
 class TextBox : public Control {
 public:
     enum class Lines { Single, Multi };
@@ -45,6 +47,8 @@ public:
 private:
     QLineEdit* m_single = nullptr;
     QPlainTextEdit* m_multi = nullptr;
+    QString m_written;
+    QString m_shown;
 };
 
 class CommandButton : public Control {
@@ -84,7 +88,8 @@ private:
     QCheckBox* box() const;
 };
 
-// A drop-down combo box with editable text.
+// A drop-down combo box with editable text. Text written by the program comes back exactly
+// as written, line breaks included, although the one-line box cannot show them.
 class ComboBox : public Control {
 public:
     ComboBox(Container& parent, const char* name, TwipsRect rect, const QString& text = {});
@@ -95,6 +100,8 @@ public:
 
 private:
     QComboBox* combo() const;
+    QString m_written; // the text the program wrote last
+    QString m_shown;   // how the box shows it
 };
 
 class ListBox : public Control {

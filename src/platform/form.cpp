@@ -37,8 +37,10 @@ Q_LOGGING_CATEGORY(lcCaption, "glidepath.caption", QtWarningMsg)
 
 void Form::setCaption(const QString& caption)
 {
+    m_caption = caption;
     setWindowTitle(caption);
     qCInfo(lcCaption).noquote() << objectName() + QLatin1String(": ") + caption;
+    Q_EMIT captionWritten(caption);
 }
 
 void Form::Show()
@@ -86,15 +88,15 @@ int Form::Height() const { return m_height.read(height() + m_frame.height(), Twi
 void Form::setLeft(int twips)
 {
     const int px = toPixelsX(twips);
+    m_left.written(twips, px); // before the move: its handlers already read the new value
     move(px, pos().y());
-    m_left.written(twips, px);
 }
 
 void Form::setTop(int twips)
 {
     const int px = toPixelsY(twips);
-    move(pos().x(), px);
     m_top.written(twips, px);
+    move(pos().x(), px);
 }
 
 void Form::setWidth(int twips)
@@ -102,8 +104,8 @@ void Form::setWidth(int twips)
     if (twips < 0)
         raiseError(ErrInvalidPropertyValue);
     const int outer = toPixelsX(twips);
+    m_width.written(twips, outer); // before the resize: Form_Resize already reads the new value
     resize(std::max(outer - m_frame.width(), 0), height());
-    m_width.written(twips, outer);
     Q_EMIT sizeWritten(twips, Height());
 }
 
@@ -112,8 +114,8 @@ void Form::setHeight(int twips)
     if (twips < 0)
         raiseError(ErrInvalidPropertyValue);
     const int outer = toPixelsY(twips);
-    resize(width(), std::max(outer - m_frame.height(), 0));
     m_height.written(twips, outer);
+    resize(width(), std::max(outer - m_frame.height(), 0));
     Q_EMIT sizeWritten(Width(), twips);
 }
 

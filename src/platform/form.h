@@ -50,7 +50,7 @@ public:
     void Hide();
     bool Visible() const { return isVisible(); }
 
-    QString Caption() const { return windowTitle(); }
+    QString Caption() const { return m_caption; }
     void setCaption(const QString& caption);
     // BorderStyle 0: no title bar and no frame.
     void setBorderless();
@@ -81,6 +81,8 @@ public:
     const QImage& surface() const { return m_surface; }
 
 Q_SIGNALS:
+    // Every caption written, also when it equals the one shown.
+    void captionWritten(const QString& caption);
     // Every write of Width or Height, with the value written (seen by tests of the effects).
     void sizeWritten(int widthTwips, int heightTwips);
 
@@ -112,6 +114,7 @@ private:
     void ensureSurface();
 
     QMenuBar* m_menuBar = nullptr;
+    QString m_caption; // as written: the window system may not keep every character
     TwipsMemo m_left, m_top, m_width, m_height;
     QSize m_frame{0, 0};
     OleColor m_backColor = vbButtonFace;

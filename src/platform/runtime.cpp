@@ -51,6 +51,8 @@ void Forms::adopt(std::type_index type, Form* form)
 {
     // Registered before its load handler runs, so the handler's own touches find it.
     m_forms[type] = form;
+    if (m_created)
+        m_created(*form);
     form->runLoad();
 }
 

@@ -54,6 +54,10 @@ public:
     template <class F>
     bool isLoaded() const { return m_forms.count(typeid(F)) != 0; }
 
+    // Called with every window as it is made, before its load handler runs (for tests that
+    // watch a window from its first moment).
+    void setCreatedHook(std::function<void(Form&)> hook) { m_created = std::move(hook); }
+
     // Runs the unload handler; unless it cancels, the window goes and the next touch makes a
     // new one.
     void unload(Form& form);
@@ -65,6 +69,7 @@ private:
     void adopt(std::type_index type, Form* form);
 
     std::unordered_map<std::type_index, Form*> m_forms;
+    std::function<void(Form&)> m_created;
 };
 
 class Runtime {

@@ -222,7 +222,7 @@ QUrl WebBrowser::interpret(const QString& typed)
             path.replace(0, 1, QDir::homePath());
         return QUrl::fromLocalFile(QFileInfo(path).absoluteFilePath());
     }
-    return QUrl::fromUserInput(text, QDir::currentPath(), QUrl::AssumeLocalFile);
+    return QUrl::fromUserInput(text);
 }
 
 void WebBrowser::Navigate(const QString& address)
@@ -260,7 +260,8 @@ QString WebBrowser::LocationName() const
     // The engine titles an untitled page with its address; the classic component leaves it empty.
     for (const QString& address : {url.toString(), url.toDisplayString(),
                                    url.toString(QUrl::RemoveScheme).mid(2), url.toDisplayString(QUrl::RemoveScheme).mid(2),
-                                   url.toString(QUrl::RemoveScheme | QUrl::StripTrailingSlash).mid(2), url.path()}) {
+                                   url.toString(QUrl::RemoveScheme | QUrl::StripTrailingSlash).mid(2), url.path(),
+                                   url.fileName()}) {
         if (!address.isEmpty() && title == address)
             return QString();
     }

@@ -103,6 +103,8 @@ void WriteIniValue(const QString& section, const QString& key, const QString& va
 void Pause(long seconds)
 {
     // Errors: none trapped.
+    if (seconds <= 0)
+        return; // a start rounded up would otherwise wait for the clock to catch up
     const double start = RoundHalfEven(SecondsSinceMidnight());
     auto elapsed = [start] {
         double now = SecondsSinceMidnight();

@@ -1,0 +1,25 @@
+#pragma once
+// A small HTTP server on 127.0.0.1 for the end-to-end tests, with pages that have a title or
+// none, a redirect, a slow page that arrives in pieces over time, a page that opens a pop-up,
+// and a 404 for everything else.
+
+#include <QTcpServer>
+#include <QUrl>
+
+class HttpServer : public QObject {
+    Q_OBJECT
+public:
+    HttpServer();
+    QUrl url(const QString& path) const;
+    // "127.0.0.1:port" + path: an address as a person types it, without a scheme.
+    QString typed(const QString& path) const;
+    int requests() const { return m_requests; }
+
+private:
+    void handle(QTcpSocket* socket);
+    void reply(QTcpSocket* socket, int status, const QByteArray& body, const QByteArray& extraHeaders = {});
+    void drip(QTcpSocket* socket);
+
+    QTcpServer m_server;
+    int m_requests = 0;
+};
