@@ -15,6 +15,8 @@ packages=(
   pulseaudio pulseaudio-utils
   # a virtual screen for tests and for headless runs
   xvfb xauth x11-utils xdotool imagemagick
+  # the benchmark's driver
+  python3
   # fuzzing the profile and field readers
   clang libclang-rt-14-dev
 )

@@ -4,6 +4,7 @@
 #include "paths.h"
 
 #include <QDir>
+#include <QEvent>
 #include <QFileSystemModel>
 #include <QHeaderView>
 #include <QTreeView>
@@ -11,8 +12,23 @@
 namespace platform {
 
 DirListBox::DirListBox(Container& parent, const char* name, TwipsRect rect)
-    : Control(parent, name, new QTreeView, rect), m_model(new QFileSystemModel(this))
+    : Control(parent, name, new QTreeView, rect)
 {
+    tree()->header()->hide();
+    watch(tree()->viewport());
+    m_path = QDir::rootPath();
+}
+
+bool DirListBox::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched == tree() && event->type() == QEvent::Show && !m_model)
+        fill();
+    return Control::eventFilter(watched, event);
+}
+
+void DirListBox::fill()
+{
+    m_model = new QFileSystemModel(this);
     m_model->setFilter(QDir::AllDirs | QDir::NoDotAndDotDot);
     m_model->setRootPath(QDir::rootPath());
     QTreeView* t = tree();
@@ -20,10 +36,22 @@ DirListBox::DirListBox(Container& parent, const char* name, TwipsRect rect)
     t->setRootIndex(m_model->index(QDir::rootPath()));
     for (int column = 1; column < m_model->columnCount(); ++column)
         t->hideColumn(column);
-    t->header()->hide();
-    watch(t->viewport());
     connect(t->selectionModel(), &QItemSelectionModel::currentChanged, this, &DirListBox::handleCurrentChanged);
-    m_path = QDir::rootPath();
+    showPath();
+}
+
+void DirListBox::showPath()
+{
+    if (!m_model)
+        return;
+    const QModelIndex index = m_model->index(m_path);
+    m_settingPath = true;
+    tree()->setCurrentIndex(index);
+    for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent())
+        tree()->expand(parent);
+    tree()->expand(index);
+    tree()->scrollTo(index);
+    m_settingPath = false;
 }
 
 QTreeView* DirListBox::tree() const
@@ -39,21 +67,14 @@ void DirListBox::setPath(const QString& path)
     const QString canonical = dir.absolutePath();
     const bool changed = canonical != m_path;
     m_path = canonical;
-    const QModelIndex index = m_model->index(canonical);
-    m_settingPath = true;
-    tree()->setCurrentIndex(index);
-    for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent())
-        tree()->expand(parent);
-    tree()->expand(index);
-    tree()->scrollTo(index);
-    m_settingPath = false;
+    showPath();
     if (changed)
         raiseChange();
 }
 
 void DirListBox::handleCurrentChanged()
 {
-    if (m_settingPath)
+    if (m_settingPath || !m_model)
         return;
     const QString path = m_model->filePath(tree()->currentIndex());
     if (path.isEmpty() || path == m_path)

@@ -21,8 +21,13 @@ public:
 private:
     QTreeView* tree() const;
     void handleCurrentChanged();
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    // The tree is filled when it is first shown: reading the file system costs start-up time,
+    // and the holder of the theme directory is made long before anyone looks at it.
+    void fill();
+    void showPath();
 
-    QFileSystemModel* m_model;
+    QFileSystemModel* m_model = nullptr;
     QString m_path;
     bool m_settingPath = false;
 };

@@ -1,6 +1,7 @@
 #include "form.h"
 
 #include "errors.h"
+#include "timing.h"
 #include "runtime.h"
 
 #include <QCloseEvent>
@@ -13,6 +14,7 @@ namespace platform {
 Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
 {
     setObjectName(QString::fromLatin1(name));
+    logTiming(QStringLiteral("creating ") + objectName());
     setAttribute(Qt::WA_QuitOnClose, false);
     int menuHeight = 0;
     if (menu == Menu::Bar) {
@@ -40,6 +42,7 @@ void Form::setCaption(const QString& caption)
     m_caption = caption;
     setWindowTitle(caption);
     qCInfo(lcCaption).noquote() << objectName() + QLatin1String(": ") + caption;
+    logTiming(QStringLiteral("caption ") + objectName() + QLatin1Char(' ') + caption);
     Q_EMIT captionWritten(caption);
 }
 
@@ -232,8 +235,18 @@ void Form::Circle(double x, double y, double radius, OleColor color)
 
 // Events ----------------------------------------------------------------------------------
 
+void Form::showEvent(QShowEvent* event)
+{
+    QWidget::showEvent(event);
+    m_paintedSinceShow = false;
+}
+
 void Form::paintEvent(QPaintEvent* event)
 {
+    if (!m_paintedSinceShow) {
+        m_paintedSinceShow = true;
+        logTiming(QStringLiteral("painted ") + objectName());
+    }
     QPainter painter(this);
     painter.drawImage(event->rect(), m_surface, event->rect());
 }

@@ -94,6 +94,7 @@ protected:
     virtual void Form_Click() {}
     virtual void Form_Terminate() {}
 
+    void showEvent(QShowEvent* event) override;
     void paintEvent(QPaintEvent* event) override;
     void resizeEvent(QResizeEvent* event) override;
     void moveEvent(QMoveEvent* event) override;
@@ -122,6 +123,7 @@ private:
     ScaleMode m_scaleMode = ScaleMode::Twips;
     QRectF m_userScale;
     bool m_pressed = false;
+    bool m_paintedSinceShow = false;
 };
 
 } // namespace platform

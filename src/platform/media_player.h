@@ -29,8 +29,10 @@ public:
     QMediaPlayer* player() const { return m_player; }
 
 private:
-    QMediaPlayer* m_player;
-    QAudioOutput* m_output;
+    void start(const QString& fileName, bool play);
+
+    QMediaPlayer* m_player = nullptr; // made on first use: the media framework is slow to start
+    QAudioOutput* m_output = nullptr;
     QString m_fileName;
     bool m_autoStart = false;
 };

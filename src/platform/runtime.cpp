@@ -3,6 +3,7 @@
 #include "common_dialog.h"
 #include "form.h"
 #include "sounds.h"
+#include "timing.h"
 
 #include <QApplication>
 #include <QEventLoop>
@@ -51,6 +52,7 @@ void Forms::adopt(std::type_index type, Form* form)
 {
     // Registered before its load handler runs, so the handler's own touches find it.
     m_forms[type] = form;
+    logTiming(QStringLiteral("loading ") + form->objectName());
     if (m_created)
         m_created(*form);
     form->runLoad();

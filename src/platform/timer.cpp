@@ -2,7 +2,53 @@
 
 #include "runtime.h"
 
+#include <QPointer>
+
+#include <algorithm>
+#include <vector>
+
 namespace platform {
+namespace {
+
+// All timers at the floor share one clock, so that however many windows ask for 1 ms the
+// process wakes once per floor interval.
+class FloorClock : public QObject {
+public:
+    static FloorClock& instance()
+    {
+        static FloorClock clock;
+        return clock;
+    }
+    void add(Timer* timer)
+    {
+        if (std::find(m_timers.begin(), m_timers.end(), timer) == m_timers.end())
+            m_timers.push_back(timer);
+        if (!m_timer.isActive())
+            m_timer.start(kTimerFloorMs);
+    }
+    void remove(Timer* timer)
+    {
+        m_timers.erase(std::remove(m_timers.begin(), m_timers.end(), timer), m_timers.end());
+        if (m_timers.empty())
+            m_timer.stop();
+    }
+
+private:
+    FloorClock()
+    {
+        m_timer.setTimerType(Qt::CoarseTimer);
+        connect(&m_timer, &QTimer::timeout, this, [this] {
+            const std::vector<QPointer<Timer>> due(m_timers.begin(), m_timers.end());
+            for (const QPointer<Timer>& timer : due)
+                if (timer && std::find(m_timers.begin(), m_timers.end(), timer.data()) != m_timers.end())
+                    timer->tick();
+        });
+    }
+    QTimer m_timer;
+    std::vector<Timer*> m_timers;
+};
+
+} // namespace
 
 Timer::Timer(Container& parent, const char* name, int interval, bool enabled)
     : QObject(parent.containerWidget()), m_interval(interval), m_enabled(enabled)
@@ -11,6 +57,11 @@ Timer::Timer(Container& parent, const char* name, int interval, bool enabled)
     m_timer.setTimerType(Qt::CoarseTimer);
     connect(&m_timer, &QTimer::timeout, this, &Timer::tick);
     restart();
+}
+
+Timer::~Timer()
+{
+    FloorClock::instance().remove(this);
 }
 
 void Timer::setInterval(int ms)
@@ -28,11 +79,14 @@ void Timer::setEnabled(bool enabled)
 void Timer::restart()
 {
     // Interval 0 disables a classic timer.
-    if (!m_enabled || m_interval <= 0) {
-        m_timer.stop();
+    FloorClock::instance().remove(this);
+    m_timer.stop();
+    if (!m_enabled || m_interval <= 0)
         return;
-    }
-    m_timer.start(std::max(m_interval, kTimerFloorMs));
+    if (m_interval <= kTimerFloorMs)
+        FloorClock::instance().add(this);
+    else
+        m_timer.start(m_interval);
 }
 
 void Timer::tick()

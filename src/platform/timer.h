@@ -7,6 +7,8 @@
 
 #include <QTimer>
 
+#include <algorithm>
+
 namespace platform {
 
 // The fastest a timer runs, in milliseconds. The classic desktop's minimum interval is 10 ms,
@@ -19,18 +21,20 @@ class Timer : public QObject {
     Q_OBJECT
 public:
     Timer(Container& parent, const char* name, int interval, bool enabled = true);
+    ~Timer() override;
 
     int Interval() const { return m_interval; }
     void setInterval(int ms);
     bool Enabled() const { return m_enabled; }
     void setEnabled(bool enabled);
     // The interval the timer really runs at.
-    int effectiveInterval() const { return m_timer.interval(); }
+    int effectiveInterval() const { return std::max(m_interval, kTimerFloorMs); }
 
     void onTimer(Handler handler) { m_handler = std::move(handler); }
 
-private:
     void tick();
+
+private:
     void restart();
 
     QTimer m_timer;

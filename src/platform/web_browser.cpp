@@ -197,6 +197,9 @@ WebBrowser::WebBrowser(Container& parent, const char* name, TwipsRect rect)
 {
     QWebEngineView* v = view();
     v->setPage(new Page(this, v));
+    // Connected first, so that the events below read the new address and title.
+    connect(v, &QWebEngineView::urlChanged, this, &WebBrowser::updateLocation);
+    connect(v, &QWebEngineView::titleChanged, this, &WebBrowser::updateLocation);
     connect(v, &QWebEngineView::loadStarted, this, &WebBrowser::handleLoadStarted);
     connect(v, &QWebEngineView::loadProgress, this, &WebBrowser::handleLoadProgress);
     connect(v, &QWebEngineView::urlChanged, this, &WebBrowser::handleUrlChanged);
@@ -249,23 +252,27 @@ void WebBrowser::Stop() { view()->stop(); }
 
 QString WebBrowser::LocationURL() const
 {
-    const QUrl url = view()->url();
-    return url.isEmpty() ? QString() : url.toString();
+    return m_locationUrl;
 }
 
 QString WebBrowser::LocationName() const
 {
-    const QString title = view()->title();
+    return m_locationName;
+}
+
+void WebBrowser::updateLocation()
+{
     const QUrl url = view()->url();
+    m_locationUrl = url.isEmpty() ? QString() : url.toString();
+    m_locationName = view()->title();
     // The engine titles an untitled page with its address; the classic component leaves it empty.
     for (const QString& address : {url.toString(), url.toDisplayString(),
                                    url.toString(QUrl::RemoveScheme).mid(2), url.toDisplayString(QUrl::RemoveScheme).mid(2),
                                    url.toString(QUrl::RemoveScheme | QUrl::StripTrailingSlash).mid(2), url.path(),
                                    url.fileName()}) {
-        if (!address.isEmpty() && title == address)
-            return QString();
+        if (!address.isEmpty() && m_locationName == address)
+            m_locationName.clear();
     }
-    return title;
 }
 
 bool WebBrowser::raiseNewWindow2()

@@ -66,6 +66,10 @@ private:
     void raiseProgress(qint32 progress, qint32 progressMax);
     void raiseNavigateComplete();
 
+    void updateLocation();
+
+    QString m_locationUrl;  // kept up to date from the engine's signals: read many times a second
+    QString m_locationName;
     bool m_loading = false;
     bool m_navigateCompleteRaised = false;
 
