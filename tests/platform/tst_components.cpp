@@ -1,0 +1,120 @@
+// The hosted components' own decisions: what a typed address means, how a classic dialog
+// filter reads, and the directory list's path rules.
+
+#include "platform/common_dialog.h"
+#include "platform/dir_list.h"
+#include "platform/errors.h"
+#include "platform/form.h"
+#include "platform/runtime.h"
+#include "platform/web_browser.h"
+#include "support/test_main.h"
+#include "support/test_runtime.h"
+
+#include <QDir>
+#include <QSignalSpy>
+
+using namespace platform;
+
+namespace {
+class Holder : public Form {
+public:
+    Holder() : Form("Holder", 4000, 4000) {}
+    DirListBox Dir{*this, "Dir", {0, 0, 3000, 3000}};
+};
+} // namespace
+
+class TestComponents : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void typedAddresses_data();
+    void typedAddresses();
+    void dialogFilters_data();
+    void dialogFilters();
+    void fileDialogAnswer();
+    void directoryList();
+};
+
+void TestComponents::typedAddresses_data()
+{
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("url");
+    QTest::newRow("empty: a blank page") << "" << "about:blank";
+    QTest::newRow("blanks only") << "  \r\n" << "about:blank";
+    QTest::newRow("host without a scheme") << "example.org" << "http://example.org";
+    QTest::newRow("home page file's line end") << "example.org/a\r\n" << "http://example.org/a";
+    QTest::newRow("address and port") << "127.0.0.1:8080/page" << "http://127.0.0.1:8080/page";
+    QTest::newRow("full address kept") << "https://example.org/x?y=1" << "https://example.org/x?y=1";
+    QTest::newRow("local path") << "/tmp/some page.html" << "file:///tmp/some%20page.html";
+    QTest::newRow("file address") << "file:///etc/hosts" << "file:///etc/hosts";
+    QTest::newRow("home directory") << "~/index.html" << QUrl::fromLocalFile(QDir::homePath() + "/index.html").toString(QUrl::FullyEncoded);
+}
+
+void TestComponents::typedAddresses()
+{
+    QFETCH(QString, typed);
+    QFETCH(QString, url);
+    QCOMPARE(WebBrowser::interpret(typed).toString(QUrl::FullyEncoded), url);
+}
+
+void TestComponents::dialogFilters_data()
+{
+    QTest::addColumn<QString>("classic");
+    QTest::addColumn<QStringList>("filters");
+    QTest::newRow("open page, blanks around the bar") << "All Internet Files (*.hmt,*.html,*.asp,*.shtml,*.js,*.dhtml) | *.htm;*.html;*.asp;*.shtml;*.js;*.dhtml"
+                                                      << QStringList{"All Internet Files (*.hmt,*.html,*.asp,*.shtml,*.js,*.dhtml) (*.htm *.html *.asp *.shtml *.js *.dhtml)"};
+    QTest::newRow("save page") << "htm (*.htm) | *.htm" << QStringList{"htm (*.htm) (*.htm)"};
+    QTest::newRow("two pairs") << "Text|*.txt|All|*.*" << QStringList{"Text (*.txt)", "All (*.*)"};
+    QTest::newRow("no pattern") << "Text" << QStringList{};
+}
+
+void TestComponents::dialogFilters()
+{
+    QFETCH(QString, classic);
+    QFETCH(QStringList, filters);
+    QCOMPARE(CommonDialog::nameFilters(classic), filters);
+}
+
+void TestComponents::fileDialogAnswer()
+{
+    TestRuntime t;
+    QList<FileDialogRequest> asked;
+    QString answer = QStringLiteral("/tmp/chosen.htm");
+    t.runtime().setFileDialogHook([&](const FileDialogRequest& r) {
+        asked << r;
+        return answer;
+    });
+    CommonDialog cd;
+    cd.Filter = QStringLiteral("htm (*.htm) | *.htm");
+    cd.ShowSave();
+    QCOMPARE(cd.FileName, answer);
+    QVERIFY(asked.at(0).save);
+    answer.clear(); // cancelled
+    cd.ShowOpen();
+    QCOMPARE(cd.FileName, QString());
+    QVERIFY(!asked.at(1).save);
+    QCOMPARE(asked.at(1).filter, cd.Filter);
+}
+
+void TestComponents::directoryList()
+{
+    TestRuntime t;
+    QDir(AppPath()).mkpath(QStringLiteral("Blue/Deep"));
+    Holder& holder = form<Holder>();
+    int changed = 0;
+    holder.Dir.onChange([&] { ++changed; });
+    holder.Dir.setPath(AppPath() + "\\Blue"); // either slash
+    QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
+    QCOMPARE(changed, 1);
+    holder.Dir.setPath(AppPath() + "/Blue"); // the same path again: no change
+    QCOMPARE(changed, 1);
+    OnErrorResumeNext next;
+    next([&] { holder.Dir.setPath(AppPath() + "/Missing"); });
+    QCOMPARE(next.Err(), int(ErrPathNotFound));
+    QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
+    holder.Show(); // filled when first shown, opened at its path
+    QVERIFY(QTest::qWaitForWindowExposed(&holder));
+    QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
+}
+
+GLIDEPATH_WEB_TEST_MAIN(TestComponents)
+#include "tst_components.moc"
