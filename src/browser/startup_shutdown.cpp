@@ -17,6 +17,21 @@ namespace {
 constexpr int kClientWidth = 9975;
 constexpr int kClientHeight = 7095;
 
+// The buttons' released pictures, loaded in this order, each stage announced.
+struct ButtonPicture {
+    const char* status;
+    Image MainFRM::*control;
+    const char* file;
+};
+const ButtonPicture kButtonPictures[] = {
+    {"Loading 'Go' Image...", &MainFRM::Go, "/GoUP.BMP"},
+    {"Loading 'Back' Image...", &MainFRM::Back, "/BackUP.BMP"},
+    {"Loading 'Forward' Image...", &MainFRM::ForwardF, "/ForwardUP.BMP"},
+    {"Loading 'Refresh' Image...", &MainFRM::RefreshR, "/RefreshUP.BMP"},
+    {"Loading 'Stop' Image...", &MainFRM::StopS, "/StopUP.BMP"},
+    {"Loading 'Home' Image...", &MainFRM::Home, "/HomeUP.BMP"},
+};
+
 void say(const QString& text)
 {
     form<StatF>().Info.setCaption(text);
@@ -57,18 +72,10 @@ void MainFRM::Form_Load()
     MainFBackGroundImage.setTop(0);
     MainFBackGroundImage.setLeft(0);
     MainFBackGroundImage.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
-    say(QStringLiteral("Loading 'Go' Image..."));
-    Go.setPicture(LoadPicture(ThemeDir() + "/GoUP.BMP"));
-    say(QStringLiteral("Loading 'Back' Image..."));
-    Back.setPicture(LoadPicture(ThemeDir() + "/BackUP.BMP"));
-    say(QStringLiteral("Loading 'Forward' Image..."));
-    ForwardF.setPicture(LoadPicture(ThemeDir() + "/ForwardUP.BMP"));
-    say(QStringLiteral("Loading 'Refresh' Image..."));
-    RefreshR.setPicture(LoadPicture(ThemeDir() + "/RefreshUP.BMP"));
-    say(QStringLiteral("Loading 'Stop' Image..."));
-    StopS.setPicture(LoadPicture(ThemeDir() + "/StopUP.BMP"));
-    say(QStringLiteral("Loading 'Home' Image..."));
-    Home.setPicture(LoadPicture(ThemeDir() + "/HomeUP.BMP"));
+    for (const ButtonPicture& button : kButtonPictures) {
+        say(QString::fromLatin1(button.status));
+        (this->*button.control).setPicture(LoadPicture(ThemeDir() + button.file));
+    }
 
     OnErrorResumeNext next;
     next([&] { say(QStringLiteral("Changing Color Of Font(s)...")); });
