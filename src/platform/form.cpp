@@ -23,7 +23,6 @@ Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
         menuHeight = m_menuBar->sizeHint().height();
     }
     resize(toPixelsX(clientWidth), toPixelsY(clientHeight) + menuHeight);
-    ensureSurface();
 }
 
 QPoint Form::clientOrigin() const
@@ -145,7 +144,8 @@ void Form::setWindowState(int state)
 
 void Form::ensureSurface()
 {
-    if (m_surface.size() == size() || size().isEmpty())
+    // Only a window that has been drawn on keeps a surface; the others paint their colour.
+    if (m_surface.isNull() || m_surface.size() == size() || size().isEmpty())
         return;
     QImage grown(size().expandedTo(m_surface.size()), QImage::Format_RGB32);
     grown.fill(toQColor(m_backColor));
@@ -164,8 +164,18 @@ void Form::setBackColor(OleColor color)
 
 void Form::Cls()
 {
-    m_surface.fill(toQColor(m_backColor));
+    if (!m_surface.isNull())
+        m_surface.fill(toQColor(m_backColor));
     update();
+}
+
+QImage& Form::canvas()
+{
+    if (m_surface.isNull()) {
+        m_surface = QImage(size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
+        m_surface.fill(toQColor(m_backColor));
+    }
+    return m_surface;
 }
 
 void Form::ScaleTwips() { m_scaleMode = ScaleMode::Twips; }
@@ -211,7 +221,7 @@ void Form::Line(double x1, double y1, double x2, double y2, OleColor color)
     const QPointF a = toSurface(x1, y1);
     const QPointF b = toSurface(x2, y2);
     {
-        QPainter painter(&m_surface);
+        QPainter painter(&canvas());
         painter.setPen(toQColor(color));
         painter.drawLine(a, b);
     }
@@ -223,7 +233,7 @@ void Form::Circle(double x, double y, double radius, OleColor color)
     const QPointF centre = toSurface(x, y);
     const double r = toSurface(x + radius, y).x() - centre.x();
     {
-        QPainter painter(&m_surface);
+        QPainter painter(&canvas());
         painter.setPen(toQColor(color));
         if (r < 0.5)
             painter.drawPoint(centre);
@@ -248,7 +258,10 @@ void Form::paintEvent(QPaintEvent* event)
         logTiming(QStringLiteral("painted ") + objectName());
     }
     QPainter painter(this);
-    painter.drawImage(event->rect(), m_surface, event->rect());
+    if (m_surface.isNull())
+        painter.fillRect(event->rect(), toQColor(m_backColor));
+    else
+        painter.drawImage(event->rect(), m_surface, event->rect());
 }
 
 void Form::resizeEvent(QResizeEvent* event)

@@ -78,6 +78,7 @@ public:
     double ScaleHeight() const;
     void Line(double x1, double y1, double x2, double y2, OleColor color);
     void Circle(double x, double y, double radius, OleColor color);
+    // What was drawn (null until something is).
     const QImage& surface() const { return m_surface; }
 
 Q_SIGNALS:
@@ -113,6 +114,7 @@ private:
     QPointF toSurface(double x, double y) const;
     void noteFrame();
     void ensureSurface();
+    QImage& canvas(); // the surface, made on first use
 
     QMenuBar* m_menuBar = nullptr;
     QString m_caption; // as written: the window system may not keep every character

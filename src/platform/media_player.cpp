@@ -34,6 +34,11 @@ void MediaPlayer::start(const QString& fileName, bool play)
         m_player = new QMediaPlayer(this);
         m_output = new QAudioOutput(this);
         m_player->setAudioOutput(m_output);
+        // Played to its end, the file lets go of the decoding pipeline and what it holds.
+        connect(m_player, &QMediaPlayer::mediaStatusChanged, this, [this](QMediaPlayer::MediaStatus status) {
+            if (status == QMediaPlayer::EndOfMedia)
+                m_player->setSource(QUrl());
+        });
     }
     m_player->setSource(QUrl::fromLocalFile(nativePath(fileName)));
     if (play)
