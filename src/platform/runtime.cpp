@@ -3,6 +3,7 @@
 #include "common_dialog.h"
 #include "form.h"
 #include "sounds.h"
+#include "timer.h"
 #include "timing.h"
 
 #include <QApplication>
@@ -71,6 +72,8 @@ void Forms::unload(Form& form)
         }
     }
     form.hide();
+    for (Timer* timer : form.findChildren<Timer*>())
+        timer->setEnabled(false); // an unloaded window's timers stop at once
     form.runTerminate();
     form.deleteLater(); // its own handler may still be on the stack
 }

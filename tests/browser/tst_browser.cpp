@@ -15,6 +15,7 @@
 #include "support/test_main.h"
 #include "support/test_runtime.h"
 
+#include <QClipboard>
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
@@ -134,6 +135,10 @@ void TestBrowser::startUpSequence()
     QVERIFY(b.sounds.contains(kThemes + "/Default/OpenWIN.WAV"));
     QVERIFY(b.waitForDone());
     QCOMPARE(main.URLC.Text(), m_server.url("/titled").toString());
+    b.sounds.clear();
+    main.CopyURL.action()->trigger();
+    QCOMPARE(QGuiApplication::clipboard()->text(), m_server.url("/titled").toString());
+    QVERIFY(b.sounds.isEmpty()); // Copy URL plays no sound
     QVERIFY(b.t.untrappedErrors.isEmpty());
 }
 

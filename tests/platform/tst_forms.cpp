@@ -74,6 +74,7 @@ private Q_SLOTS:
     void endRunsNoUnloadHandler();
     void timerRunsAtTheFloorAndIsNotReentered();
     void timerIntervalZeroDisables();
+    void unloadStopsTimers();
     void twipsRoundTrip_data();
     void twipsRoundTrip();
     void windowOuterSize();
@@ -219,6 +220,19 @@ void TestForms::timerRunsAtTheFloorAndIsNotReentered()
     });
     QTRY_VERIFY_WITH_TIMEOUT(ticks >= 4, 5000);
     QCOMPARE(deepest, 1);
+}
+
+void TestForms::unloadStopsTimers()
+{
+    TestRuntime t;
+    int ticks = 0;
+    Timer* timer = new Timer(form<Sample>(), "Timer1", 1);
+    timer->onTimer([&] { ++ticks; });
+    QTRY_VERIFY(ticks > 0);
+    Unload(form<Sample>());
+    const int atUnload = ticks;
+    QTest::qWait(5 * kTimerFloorMs);
+    QCOMPARE(ticks, atUnload);
 }
 
 void TestForms::timerIntervalZeroDisables()
