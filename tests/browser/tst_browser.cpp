@@ -9,6 +9,7 @@
 #include "shared/statf.h"
 #include "startup/intro.h"
 #include "startup/theme_selector.h"
+#include "platform/common_dialog.h"
 #include "platform/convert.h"
 #include "platform/sounds.h"
 #include "support/http_server.h"
@@ -19,6 +20,7 @@
 #include <QComboBox>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QLineEdit>
 #include <QSignalSpy>
 #include <QWebEngineView>
@@ -97,6 +99,7 @@ private Q_SLOTS:
     void typedAddressTitleSequence();
     void slowPageReportsProgressOverTime();
     void popUpGetsItsWindow();
+    void logInPromptAndDownload();
     void backWithNoHistoryStillClicks();
     void pressedAndReleasedBitmaps();
     void resizeRule_data();
@@ -228,6 +231,32 @@ void TestBrowser::popUpGetsItsWindow()
     }, 20000));
     QCOMPARE(main.NewWindowFlag, std::int16_t(-1)); // BP unchecked: the flag is true, and nothing reads it
     popup->window()->close();
+}
+
+void TestBrowser::logInPromptAndDownload()
+{
+    Browser b(QStringLiteral("about:blank"));
+    QStringList sites;
+    b.t.runtime().setLoginHook([&](const QString& site, QString& user, QString& password) {
+        sites << site;
+        user = QStringLiteral("user");
+        password = QStringLiteral("secret");
+        return true;
+    });
+    QTemporaryDir downloads;
+    b.t.runtime().setFileDialogHook([&](const FileDialogRequest& r) {
+        return r.save ? downloads.filePath(r.fileName) : QString();
+    });
+    MainFRM& main = b.open();
+    QVERIFY(b.waitForDone());
+    const qsizetype from = b.captions.size();
+    main.BrowserWindow.Navigate(m_server.url("/private").toString());
+    QVERIFY(b.waitForDone(from));
+    QCOMPARE(sites, QStringList{"127.0.0.1 - Glidepath Test"});
+    QTRY_COMPARE(main.BrowserWindow.LocationName(), QStringLiteral("Private"));
+
+    main.BrowserWindow.Navigate(m_server.url("/file.bin").toString());
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(downloads.filePath("file.bin")).size() == 100000, 20000);
 }
 
 void TestBrowser::backWithNoHistoryStillClicks()

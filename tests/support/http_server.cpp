@@ -39,7 +39,7 @@ QString HttpServer::typed(const QString& path) const
 
 void HttpServer::reply(QTcpSocket* socket, int status, const QByteArray& body, const QByteArray& extraHeaders)
 {
-    const QByteArray reason = status == 200 ? "OK" : status == 302 ? "Found" : "Not Found";
+    const QByteArray reason = status == 200 ? "OK" : status == 302 ? "Found" : status == 401 ? "Unauthorized" : "Not Found";
     socket->write("HTTP/1.1 " + QByteArray::number(status) + " " + reason + "\r\n" +
                   "Content-Type: text/html; charset=utf-8\r\nCache-Control: no-store\r\nConnection: close\r\n" +
                   extraHeaders + "Content-Length: " + QByteArray::number(body.size()) + "\r\n\r\n" + body);
@@ -88,6 +88,12 @@ void HttpServer::handle(QTcpSocket* socket)
         reply(socket, 302, "", "Location: /titled\r\n");
     else if (path == "/slow")
         drip(socket);
+    else if (path == "/private" && request.contains("Authorization: Basic " + QByteArray("user:secret").toBase64()))
+        reply(socket, 200, page("Private", "<p>Logged in.</p>"));
+    else if (path == "/private")
+        reply(socket, 401, page("Unauthorized", ""), "WWW-Authenticate: Basic realm=\"Glidepath Test\"\r\n");
+    else if (path == "/file.bin")
+        reply(socket, 200, QByteArray(100000, 'g'), "Content-Disposition: attachment; filename=\"file.bin\"\r\n");
     else if (path == "/popup")
         reply(socket, 200, page("Opener", "<script>window.open('/titled', 'child', 'width=300,height=200');</script>"));
     else

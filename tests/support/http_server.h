@@ -1,7 +1,8 @@
 #pragma once
 // A small HTTP server on 127.0.0.1 for the end-to-end tests, with pages that have a title or
 // none, a redirect, a slow page that arrives in pieces over time, a page that opens a pop-up,
-// and a 404 for everything else.
+// a page behind a log-in (user "user", password "secret"), a download, and a 404 for
+// everything else.
 
 #include <QTcpServer>
 #include <QUrl>
