@@ -151,22 +151,26 @@ double RoundHalfEven(double value)
     return std::nearbyint(value); // the default floating-point rounding mode is half to even
 }
 
-std::int16_t ToInteger(double value)
+namespace {
+// Rounds half to even into the integer type; out of its range is "Overflow".
+template <class Int>
+Int roundInto(double value)
 {
     const double rounded = RoundHalfEven(value);
-    if (!(rounded >= std::numeric_limits<std::int16_t>::min() &&
-          rounded <= std::numeric_limits<std::int16_t>::max()))
+    if (!(rounded >= std::numeric_limits<Int>::min() && rounded <= std::numeric_limits<Int>::max()))
         raiseError(ErrOverflow);
-    return static_cast<std::int16_t>(rounded);
+    return static_cast<Int>(rounded);
+}
+} // namespace
+
+std::int16_t ToInteger(double value)
+{
+    return roundInto<std::int16_t>(value);
 }
 
 std::int32_t ToLong(double value)
 {
-    const double rounded = RoundHalfEven(value);
-    if (!(rounded >= std::numeric_limits<std::int32_t>::min() &&
-          rounded <= std::numeric_limits<std::int32_t>::max()))
-        raiseError(ErrOverflow);
-    return static_cast<std::int32_t>(rounded);
+    return roundInto<std::int32_t>(value);
 }
 
 QString FormatTwoDigits(double value)

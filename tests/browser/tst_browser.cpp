@@ -68,6 +68,15 @@ public:
     QList<bool> statusShown;
 };
 
+// A copy of the Default theme in dir, without the named file.
+QString themeWithout(const QTemporaryDir& dir, const QString& missing)
+{
+    for (const QString& f : QDir(kThemes + "/Default").entryList(QDir::Files))
+        if (f != missing)
+            QFile::copy(kThemes + "/Default/" + f, dir.filePath(f));
+    return dir.path();
+}
+
 void typeAndEnter(MainFRM& main, const QString& text)
 {
     QLineEdit* edit = static_cast<QComboBox*>(main.URLC.widget())->lineEdit();
@@ -148,10 +157,7 @@ void TestBrowser::startUpSequence()
 void TestBrowser::missingThemePictureEndsTheProgram()
 {
     QTemporaryDir theme;
-    for (const QString& f : QDir(kThemes + "/Default").entryList(QDir::Files))
-        if (f != QLatin1String("StopUP.BMP"))
-            QFile::copy(kThemes + "/Default/" + f, theme.filePath(f));
-    Browser b(m_server.url("/titled").toString(), theme.path());
+    Browser b(m_server.url("/titled").toString(), themeWithout(theme, QStringLiteral("StopUP.BMP")));
     b.open();
     QCOMPARE(b.t.untrappedErrors, QList<int>{ErrFileNotFound});
     QCOMPARE(b.status.last(), QStringLiteral("Loading 'Stop' Image..."));
@@ -275,10 +281,7 @@ void TestBrowser::backWithNoHistoryStillClicks()
 void TestBrowser::pressedAndReleasedBitmaps()
 {
     QTemporaryDir theme;
-    for (const QString& f : QDir(kThemes + "/Default").entryList(QDir::Files))
-        if (f != QLatin1String("StopDOWN.BMP"))
-            QFile::copy(kThemes + "/Default/" + f, theme.filePath(f));
-    Browser b(QStringLiteral("about:blank"), theme.path());
+    Browser b(QStringLiteral("about:blank"), themeWithout(theme, QStringLiteral("StopDOWN.BMP")));
     MainFRM& main = b.open();
     main.Show();
     QVERIFY(QTest::qWaitForWindowExposed(&main));
@@ -455,11 +458,9 @@ void TestBrowser::themeSelectorOkayAndCancel()
 void TestBrowser::introSizesAndColours()
 {
     QTemporaryDir theme;
-    for (const QString& f : QDir(kThemes + "/Default").entryList(QDir::Files))
-        QFile::copy(kThemes + "/Default/" + f, theme.filePath(f));
+    themeWithout(theme, QStringLiteral("Intro.BMP"));
     QImage picture(400, 130, QImage::Format_RGB32); // 6000 by 1950 twips
     picture.fill(Qt::red);
-    QFile::remove(theme.filePath("Intro.BMP"));
     QVERIFY(picture.save(theme.filePath("Intro.BMP"), "BMP"));
     Browser b(QStringLiteral("about:blank"), theme.path());
     b.t.write("ForeC.INI", "2");
