@@ -37,6 +37,11 @@ void DirListBox::fill()
     for (int column = 1; column < m_model->columnCount(); ++column)
         t->hideColumn(column);
     connect(t->selectionModel(), &QItemSelectionModel::currentChanged, this, &DirListBox::handleCurrentChanged);
+    // The model reads directories in the background: open the path again as its parts arrive.
+    connect(m_model, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
+        if (m_path == loaded || m_path.startsWith(loaded.endsWith(QLatin1Char('/')) ? loaded : loaded + QLatin1Char('/')))
+            showPath();
+    });
     showPath();
 }
 
@@ -50,7 +55,7 @@ void DirListBox::showPath()
     for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent())
         tree()->expand(parent);
     tree()->expand(index);
-    tree()->scrollTo(index);
+    tree()->scrollTo(index, QAbstractItemView::PositionAtTop); // its sub-directories in view
     m_settingPath = false;
 }
 
