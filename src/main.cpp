@@ -1,6 +1,7 @@
 // Glidepath starts by loading its intro screen; everything after that is the windows' handlers.
 
 #include "platform/runtime.h"
+#include "platform/timing.h"
 #include "platform/web_browser.h"
 #include "startup/intro.h"
 
@@ -8,8 +9,10 @@
 
 int main(int argc, char* argv[])
 {
+    platform::logTiming(QStringLiteral("main"));
     platform::prepareWebEngine();
     QApplication app(argc, argv);
+    platform::logTiming(QStringLiteral("application made"));
     QApplication::setApplicationName(QStringLiteral("Glidepath"));
     // The program ends only through the main window's End, never by running out of windows.
     QApplication::setQuitOnLastWindowClosed(false);

@@ -19,6 +19,7 @@ start)
   display=$3
   stop
   mkdir -p "$dir/pulse"
+  chmod 700 "$dir" # it is also the tests' XDG_RUNTIME_DIR
   if ! xdpyinfo -display "$display" >/dev/null 2>&1; then
     rm -f "/tmp/.X${display#:}-lock"
     Xvfb "$display" -screen 0 1280x1024x24 -dpi 96 -nolisten tcp >"$dir/xvfb.log" 2>&1 &

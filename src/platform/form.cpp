@@ -256,6 +256,7 @@ void Form::paintEvent(QPaintEvent* event)
     if (!m_paintedSinceShow) {
         m_paintedSinceShow = true;
         logTiming(QStringLiteral("painted ") + objectName());
+        Q_EMIT firstPainted();
     }
     QPainter painter(this);
     if (m_surface.isNull())

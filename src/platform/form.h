@@ -81,7 +81,12 @@ public:
     // What was drawn (null until something is).
     const QImage& surface() const { return m_surface; }
 
+    // Shown and drawn on the screen at least once since.
+    bool painted() const { return isVisible() && m_paintedSinceShow; }
+
 Q_SIGNALS:
+    // The window's first paint after being shown.
+    void firstPainted();
     // Every caption written, also when it equals the one shown.
     void captionWritten(const QString& caption);
     // Every write of Width or Height, with the value written (seen by tests of the effects).

@@ -1,9 +1,12 @@
 #include "media_player.h"
 
+#include "form.h"
 #include "paths.h"
+#include "timing.h"
 
 #include <QAudioOutput>
 #include <QMediaPlayer>
+#include <QTimer>
 #include <QUrl>
 
 namespace platform {
@@ -19,17 +22,36 @@ MediaPlayer::~MediaPlayer()
         m_player->stop();
 }
 
+namespace {
+// A window that opens music in its load handler is drawn first: the media framework takes
+// tens of milliseconds to start. One that is not shown gets its music after this long.
+constexpr int kLatestStartMs = 250;
+} // namespace
+
 void MediaPlayer::Open(const QString& fileName)
 {
     m_fileName = fileName;
-    // Opened once the event loop has had a turn, so that a window opening music in its load
-    // handler is drawn without waiting for the media framework to start.
-    QMetaObject::invokeMethod(this, [this, fileName, play = m_autoStart] { start(fileName, play); },
-                              Qt::QueuedConnection);
+    const bool waiting = m_pending.has_value();
+    m_pending = Request{fileName, m_autoStart};
+    if (waiting)
+        return;
+    auto* window = qobject_cast<Form*>(widget()->window());
+    if (window && !window->painted()) {
+        connect(window, &Form::firstPainted, this, &MediaPlayer::startPending,
+                Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));
+        QTimer::singleShot(kLatestStartMs, this, &MediaPlayer::startPending);
+    } else {
+        QMetaObject::invokeMethod(this, &MediaPlayer::startPending, Qt::QueuedConnection);
+    }
 }
 
-void MediaPlayer::start(const QString& fileName, bool play)
+void MediaPlayer::startPending()
 {
+    if (!m_pending)
+        return;
+    const Request request = *m_pending;
+    m_pending.reset();
+    logTiming(QStringLiteral("opening ") + request.fileName);
     if (!m_player) {
         m_player = new QMediaPlayer(this);
         m_output = new QAudioOutput(this);
@@ -40,8 +62,8 @@ void MediaPlayer::start(const QString& fileName, bool play)
                 m_player->setSource(QUrl());
         });
     }
-    m_player->setSource(QUrl::fromLocalFile(nativePath(fileName)));
-    if (play)
+    m_player->setSource(QUrl::fromLocalFile(nativePath(request.fileName)));
+    if (request.play)
         m_player->play();
 }
 

@@ -5,7 +5,7 @@
 
 #include "control.h"
 
-#include <memory>
+#include <optional>
 
 class QMediaPlayer;
 class QAudioOutput;
@@ -29,8 +29,13 @@ public:
     QMediaPlayer* player() const { return m_player; }
 
 private:
-    void start(const QString& fileName, bool play);
+    void startPending();
 
+    struct Request {
+        QString fileName;
+        bool play = false;
+    };
+    std::optional<Request> m_pending;
     QMediaPlayer* m_player = nullptr; // made on first use: the media framework is slow to start
     QAudioOutput* m_output = nullptr;
     QString m_fileName;
