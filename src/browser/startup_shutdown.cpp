@@ -1,6 +1,7 @@
 // The main window's load sequence, each stage announced in the status pop-up, and the three
 // ways it ends the program.
 
+#include "shared/fonts.h"
 #include "main_window.h"
 
 #include "shared/color.h"
@@ -42,7 +43,7 @@ void say(const QString& text)
 MainFRM::MainFRM() : Form("MainFRM", kClientWidth, kClientHeight, Menu::Bar)
 {
     setCaption(QStringLiteral("Glidepath - [Loading...]"));
-    QFont font(QStringLiteral("OCR A Extended"));
+    QFont font(kWindowFont);
     font.setPointSizeF(8.25);
     setFont(font);
     URLCMirror.setVisible(false);

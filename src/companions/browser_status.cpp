@@ -1,5 +1,6 @@
 #include "browser_status.h"
 
+#include "shared/fonts.h"
 #include "browser/main_window.h"
 #include "shared/color.h"
 #include "shared/procedures.h"
@@ -34,10 +35,9 @@ BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kC
     setCaption(QStringLiteral("Browser Status"));
     for (int i = 0; i < 6; ++i)
         Info.add(*this, "Info", i, kCaptions[i].rect, QString::fromLatin1(kCaptions[i].text));
-    const QString font = QStringLiteral("OCR A Extended");
     for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
                          &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ}) {
-        label->setFont(font, 8.25);
+        label->setFont(kWindowFont, 8.25);
         label->setForeColor(vbWhite);
     }
     Info(1).setForeColor(kLightGrey);

@@ -1,5 +1,6 @@
 #include "home_page.h"
 
+#include "shared/fonts.h"
 #include "browser/main_window.h"
 #include "shared/procedures.h"
 #include "startup/theme_selector.h"
@@ -15,10 +16,9 @@ constexpr int kClientHeight = 855;
 HomePageFRM::HomePageFRM() : Form("HomePageFRM", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Edit Home Page"));
-    const QString font = QStringLiteral("OCR A Extended");
-    Data.setFont(font, 8.25);
-    Cncl.setFont(font, 9);
-    OkCMD.setFont(font, 9);
+    Data.setFont(kWindowFont, 8.25);
+    Cncl.setFont(kWindowFont, 9);
+    OkCMD.setFont(kWindowFont, 9);
     Data.onKeyPress([this](std::int16_t& key) { Data_KeyPress(key); });
     Cncl.onClick([this] { Cncl_Click(); });
     OkCMD.onClick([this] { OkCMD_Click(); });

@@ -46,7 +46,7 @@ int keyAscii(const QKeyEvent& key)
 } // namespace
 
 Control::Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect, int index)
-    : m_widget(widget), m_index(index), m_origin(parent.clientOrigin())
+    : m_widget(widget), m_origin(parent.clientOrigin()), m_index(index)
 {
     QWidget* container = parent.containerWidget();
     widget->setParent(container);

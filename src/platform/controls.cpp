@@ -66,20 +66,23 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
     }
 }
 
+QString TextBox::shown() const
+{
+    return m_multi ? m_multi->toPlainText() : m_single->text();
+}
+
 QString TextBox::Text() const
 {
-    const QString shown = m_multi ? m_multi->toPlainText() : m_single->text();
-    return shown == m_shown ? m_written : shown;
+    return m_text.read(shown());
 }
 
 void TextBox::setText(const QString& text)
 {
-    m_written = text;
     if (m_multi)
         m_multi->setPlainText(text);
     else
         m_single->setText(text);
-    m_shown = m_multi ? m_multi->toPlainText() : m_single->text();
+    m_text.wrote(text, shown());
 }
 
 void TextBox::setLocked(bool locked)
@@ -171,15 +174,13 @@ ComboBox::ComboBox(Container& parent, const char* name, TwipsRect rect, const QS
 QComboBox* ComboBox::combo() const { return static_cast<QComboBox*>(widget()); }
 QString ComboBox::Text() const
 {
-    const QString shown = combo()->currentText();
-    return shown == m_shown ? m_written : shown;
+    return m_text.read(combo()->currentText());
 }
 
 void ComboBox::setText(const QString& text)
 {
-    m_written = text;
     combo()->setEditText(text);
-    m_shown = combo()->currentText();
+    m_text.wrote(text, combo()->currentText());
 }
 void ComboBox::AddItem(const QString& item) { combo()->addItem(item); }
 int ComboBox::ListCount() const { return combo()->count(); }

@@ -19,6 +19,22 @@ class QAbstractSlider;
 
 namespace platform {
 
+// Text as the program wrote it, for one-line boxes that cannot show all of it (line breaks):
+// read back exactly as written until the box shows something else.
+class WrittenText {
+public:
+    QString read(const QString& shown) const { return shown == m_shown ? m_written : shown; }
+    void wrote(const QString& written, const QString& shown)
+    {
+        m_written = written;
+        m_shown = shown;
+    }
+
+private:
+    QString m_written;
+    QString m_shown;
+};
+
 class Label : public Control {
 public:
     Label(Container& parent, const char* name, TwipsRect rect, const QString& caption = {}, int index = -1);
@@ -33,8 +49,7 @@ private:
     QLabel* label() const;
 };
 
-// Text written by the program comes back exactly as written, also where a one-line box cannot
-// show all of it (line breaks).
+// Text written by the program comes back exactly as written (WrittenText).
 class TextBox : public Control {
 public:
     enum class Lines { Single, Multi };
@@ -45,10 +60,11 @@ public:
     void setLocked(bool locked);
 
 private:
+    QString shown() const;
+
     QLineEdit* m_single = nullptr;
     QPlainTextEdit* m_multi = nullptr;
-    QString m_written;
-    QString m_shown;
+    WrittenText m_text;
 };
 
 class CommandButton : public Control {
@@ -88,8 +104,8 @@ private:
     QCheckBox* box() const;
 };
 
-// A drop-down combo box with editable text. Text written by the program comes back exactly
-// as written, line breaks included, although the one-line box cannot show them.
+// A drop-down combo box with editable text; text written by the program comes back exactly
+// as written (WrittenText).
 class ComboBox : public Control {
 public:
     ComboBox(Container& parent, const char* name, TwipsRect rect, const QString& text = {});
@@ -100,8 +116,7 @@ public:
 
 private:
     QComboBox* combo() const;
-    QString m_written; // the text the program wrote last
-    QString m_shown;   // how the box shows it
+    WrittenText m_text;
 };
 
 class ListBox : public Control {

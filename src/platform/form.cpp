@@ -66,6 +66,12 @@ void Form::setBorderless()
         show();
 }
 
+void Form::CentreOnScreen()
+{
+    setLeft((ScreenWidth() - Width()) / 2);
+    setTop((ScreenHeight() - Height()) / 2);
+}
+
 void Form::setTopMost()
 {
     if (windowFlags() & Qt::WindowStaysOnTopHint)

@@ -54,6 +54,8 @@ public:
     void setCaption(const QString& caption);
     // BorderStyle 0: no title bar and no frame.
     void setBorderless();
+    // Places the window in the middle of the screen at its present size.
+    void CentreOnScreen();
 
     int Left() const;
     void setLeft(int twips);

@@ -2,8 +2,6 @@
 
 #include "runtime.h"
 
-#include <QPointer>
-
 #include <algorithm>
 #include <vector>
 
@@ -38,10 +36,9 @@ private:
     {
         m_timer.setTimerType(Qt::CoarseTimer);
         connect(&m_timer, &QTimer::timeout, this, [this] {
-            const std::vector<QPointer<Timer>> due(m_timers.begin(), m_timers.end());
-            for (const QPointer<Timer>& timer : due)
-                if (timer && std::find(m_timers.begin(), m_timers.end(), timer.data()) != m_timers.end())
-                    timer->tick();
+            // By index: a handler may remove timers (an unload); the list is re-read each step.
+            for (std::size_t i = 0; i < m_timers.size(); ++i)
+                m_timers[i]->tick();
         });
     }
     QTimer m_timer;

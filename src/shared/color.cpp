@@ -1,5 +1,6 @@
 #include "color.h"
 
+#include "shared/fonts.h"
 #include "procedures.h"
 #include "platform/runtime.h"
 
@@ -18,7 +19,7 @@ QString FontColour()
 Color::Color() : Form("Color", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Color"));
-    ForeC.setFont(QStringLiteral("OCR A Extended"), 8.25);
+    ForeC.setFont(kWindowFont, 8.25);
 }
 
 void Color::Form_Load()

@@ -1,5 +1,6 @@
 #include "statf.h"
 
+#include "shared/fonts.h"
 #include "procedures.h"
 #include "platform/convert.h"
 
@@ -15,13 +16,12 @@ StatF::StatF() : Form("StatF", kClientWidth, kClientHeight)
 {
     setBorderless();
     setBackColor(vbBlack);
-    Info.setFont(QStringLiteral("OCR A Extended"), 8.25);
+    Info.setFont(kWindowFont, 8.25);
     Info.setForeColor(vbWhite);
     Info.setBackColor(vbBlack);
     Info.setAlignment(2);
     // Centred on the screen, where the eye is while the program starts.
-    setLeft((ScreenWidth() - Width()) / 2);
-    setTop((ScreenHeight() - Height()) / 2);
+    CentreOnScreen();
 }
 
 void StatF::Form_Load()

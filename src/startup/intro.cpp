@@ -1,5 +1,6 @@
 #include "intro.h"
 
+#include "shared/fonts.h"
 #include "browser/main_window.h"
 #include "shared/color.h"
 #include "shared/procedures.h"
@@ -19,15 +20,14 @@ constexpr int kNoButtonStyle = 8;    // names no standard button set: a single O
 IntroFRM::IntroFRM() : Form("IntroFRM", kClientWidth, kClientHeight)
 {
     setBorderless();
-    ClickAnywhereToEnter.setFont(QStringLiteral("OCR A Extended"), 9);
+    ClickAnywhereToEnter.setFont(kWindowFont, 9);
     ClickAnywhereToEnter.setForeColor(vbWhite); // readable on the dark margins of the themes
     // The text stands in the bottom margin, clear of the picture.
     ClickAnywhereToEnter.setAlignment(2, Label::Vertical::Bottom);
     ClickAnywhereToEnter.setAccessibleName(QStringLiteral("Click Anywhere To Enter."));
     ClickAnywhereToEnter.onClick([this] { ClickAnywhereToEnter_Click(); });
     Player.setVisible(false);
-    setLeft((ScreenWidth() - Width()) / 2);
-    setTop((ScreenHeight() - Height()) / 2);
+    CentreOnScreen();
 }
 
 void IntroFRM::Form_Load()

@@ -1,5 +1,6 @@
 #include "theme_selector.h"
 
+#include "shared/fonts.h"
 #include "browser/main_window.h"
 #include "shared/procedures.h"
 #include "startup/intro.h"
@@ -21,12 +22,11 @@ QString ThemeDir()
 ThemeSelector::ThemeSelector() : Form("ThemeSelector", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Theme Selector"));
-    const QString font = QStringLiteral("OCR A Extended");
-    Info.setFont(font, 8.25);
-    Dir.setFont(font, 8.25);
-    TPath.setFont(font, 8.25);
-    CancelCMD.setFont(font, 9);
-    OkayCMD.setFont(font, 9);
+    Info.setFont(kWindowFont, 8.25);
+    Dir.setFont(kWindowFont, 8.25);
+    TPath.setFont(kWindowFont, 8.25);
+    CancelCMD.setFont(kWindowFont, 9);
+    OkayCMD.setFont(kWindowFont, 9);
     Dir.onChange([this] { Dir_Change(); });
     CancelCMD.onClick([this] { CancelCMD_Click(); });
     OkayCMD.onClick([this] { OkayCMD_Click(); });

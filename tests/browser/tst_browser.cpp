@@ -58,6 +58,16 @@ public:
         return *main;
     }
 
+    // The main window on the screen, ready for clicks and keys.
+    MainFRM& openShown()
+    {
+        MainFRM& main = open();
+        main.Show();
+        if (!QTest::qWaitForWindowExposed(&main))
+            qWarning("the main window was not exposed");
+        return main;
+    }
+
     bool waitForDone(int from = 0)
     {
         return QTest::qWaitFor([&] { return captions.indexOf(kDone, from) >= 0; }, 20000);
@@ -180,10 +190,8 @@ void TestBrowser::typedAddressTitleSequence()
     QFETCH(QString, finalPath);
     QFETCH(QString, name);
     Browser b(QStringLiteral("about:blank"));
-    MainFRM& main = b.open();
+    MainFRM& main = b.openShown();
     QVERIFY(b.waitForDone());
-    main.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&main));
 
     const qsizetype from = b.captions.size();
     b.sounds.clear();
@@ -268,9 +276,7 @@ void TestBrowser::logInPromptAndDownload()
 void TestBrowser::backWithNoHistoryStillClicks()
 {
     Browser b(QStringLiteral("about:blank"));
-    MainFRM& main = b.open();
-    main.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&main));
+    MainFRM& main = b.openShown();
     b.sounds.clear();
     QTest::mouseClick(main.Back.widget(), Qt::LeftButton);
     QTest::mouseClick(main.ForwardF.widget(), Qt::LeftButton);
@@ -282,9 +288,7 @@ void TestBrowser::pressedAndReleasedBitmaps()
 {
     QTemporaryDir theme;
     Browser b(QStringLiteral("about:blank"), themeWithout(theme, QStringLiteral("StopDOWN.BMP")));
-    MainFRM& main = b.open();
-    main.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&main));
+    MainFRM& main = b.openShown();
     const QImage up = main.Go.Picture().toImage();
     QTest::mousePress(main.Go.widget(), Qt::RightButton); // every mouse button presses it
     QCOMPARE(main.Go.Picture().toImage(), QImage(theme.filePath("GoDOWN.BMP")).convertToFormat(up.format()));
