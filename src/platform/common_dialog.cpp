@@ -1,5 +1,6 @@
 #include "common_dialog.h"
 
+#include "dialogs.h"
 #include "runtime.h"
 
 #include <QFileDialog>
@@ -24,7 +25,7 @@ void CommonDialog::ShowSave() { show(true); }
 void CommonDialog::show(bool save)
 {
     const FileDialogRequest request{save, DialogTitle, Filter, InitDir, FileName};
-    FileName = Runtime::current().askFile(request);
+    FileName = Runtime::current().dialogs().file(request);
 }
 
 } // namespace platform

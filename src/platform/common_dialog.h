@@ -1,18 +1,12 @@
 #pragma once
-// The common file dialog (open and save) with the classic properties. A test takes the
-// person's answer through the runtime's file-dialog hook.
+// The common file dialog (open and save) with the classic properties, asked through the
+// runtime's Dialogs.
+
+#include "dialogs.h"
 
 #include <QString>
 
 namespace platform {
-
-struct FileDialogRequest {
-    bool save;
-    QString title;
-    QString filter;  // the classic form: "description | patterns | description | patterns"
-    QString initDir;
-    QString fileName;
-};
 
 class CommonDialog {
 public:

@@ -1,6 +1,6 @@
 #include "runtime.h"
 
-#include "common_dialog.h"
+#include "dialogs.h"
 #include "form.h"
 #include "sounds.h"
 #include "timer.h"
@@ -9,13 +9,7 @@
 #include <QApplication>
 #include <QEventLoop>
 #include <QFont>
-#include <QDialogButtonBox>
-#include <QFileDialog>
-#include <QFormLayout>
-#include <QLabel>
-#include <QLineEdit>
 #include <QMessageBox>
-#include <QPushButton>
 #include <QTimer>
 
 #include <cstdio>
@@ -90,7 +84,7 @@ void Forms::destroyAll()
 
 Runtime::Runtime(QString programDir)
     : m_programDir(programDir.isEmpty() ? QCoreApplication::applicationDirPath() : std::move(programDir)),
-      m_random(0x50000), m_previous(g_current)
+      m_random(0x50000), m_dialogs(std::make_unique<Dialogs>()), m_previous(g_current)
 {
     g_current = this;
     substituteFonts();
@@ -106,6 +100,11 @@ Runtime& Runtime::current()
 {
     Q_ASSERT(g_current);
     return *g_current;
+}
+
+void Runtime::setDialogs(std::unique_ptr<Dialogs> dialogs)
+{
+    m_dialogs = std::move(dialogs);
 }
 
 WavePlayer& Runtime::sounds()
@@ -124,7 +123,9 @@ void Runtime::reportUntrapped(const RuntimeError& error)
     }
     const QString report = untrappedReport(error);
     std::fprintf(stderr, "%s\n", qPrintable(report));
+    // The report stands above every window of the program, top-most ones included.
     QMessageBox box(QMessageBox::Critical, title(), report, QMessageBox::Ok);
+    box.setWindowFlag(Qt::WindowStaysOnTopHint);
     box.exec();
     std::fflush(nullptr);
     _exit(EXIT_FAILURE);
@@ -139,75 +140,6 @@ void Runtime::end()
     }
     std::fflush(nullptr);
     _exit(EXIT_SUCCESS); // at once: no window's unload handler runs
-}
-
-int Runtime::messageBox(const QString& prompt, int style, const QString& caption)
-{
-    if (m_messageBoxHook)
-        return m_messageBoxHook(prompt, style, caption);
-    QMessageBox box;
-    box.setWindowTitle(caption);
-    box.setText(prompt);
-    // Button sets the program does not use (and style values that name none) get a single OK.
-    switch (style & 0x7) {
-    case vbOKCancel: box.setStandardButtons(QMessageBox::Ok | QMessageBox::Cancel); break;
-    case vbYesNo: box.setStandardButtons(QMessageBox::Yes | QMessageBox::No); break;
-    default: box.setStandardButtons(QMessageBox::Ok); break;
-    }
-    if (style & vbDefaultButton2)
-        box.setDefaultButton(qobject_cast<QPushButton*>(box.buttons().value(1)));
-    switch (style & 0x70) {
-    case vbCritical: box.setIcon(QMessageBox::Critical); break;
-    case vbQuestion: box.setIcon(QMessageBox::Question); break;
-    case vbExclamation: box.setIcon(QMessageBox::Warning); break;
-    case vbInformation: box.setIcon(QMessageBox::Information); break;
-    default: break;
-    }
-    switch (box.exec()) {
-    case QMessageBox::Cancel: return vbCancel;
-    case QMessageBox::Yes: return vbYes;
-    case QMessageBox::No: return vbNo;
-    default: return vbOK;
-    }
-}
-
-QString Runtime::askFile(const FileDialogRequest& request)
-{
-    if (m_fileDialogHook)
-        return m_fileDialogHook(request);
-    QFileDialog dialog(nullptr, request.title);
-    dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog.setNameFilters(CommonDialog::nameFilters(request.filter));
-    if (!request.initDir.isEmpty())
-        dialog.setDirectory(request.initDir);
-    if (!request.fileName.isEmpty())
-        dialog.selectFile(request.fileName);
-    return dialog.exec() == QDialog::Accepted ? dialog.selectedFiles().value(0) : QString();
-}
-
-bool Runtime::askLogin(const QString& site, QString& user, QString& password)
-{
-    if (m_loginHook)
-        return m_loginHook(site, user, password);
-    QDialog dialog;
-    dialog.setWindowTitle(QStringLiteral("Log In"));
-    auto* form = new QFormLayout(&dialog);
-    auto* userBox = new QLineEdit(&dialog);
-    auto* passwordBox = new QLineEdit(&dialog);
-    passwordBox->setEchoMode(QLineEdit::Password);
-    form->addRow(new QLabel(QStringLiteral("The site %1 asks for a user name and password.").arg(site)));
-    form->addRow(QStringLiteral("User name:"), userBox);
-    form->addRow(QStringLiteral("Password:"), passwordBox);
-    auto* buttons = new QDialogButtonBox(QDialogButtonBox::Ok | QDialogButtonBox::Cancel, &dialog);
-    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
-    QObject::connect(buttons, &QDialogButtonBox::rejected, &dialog, &QDialog::reject);
-    form->addRow(buttons);
-    if (dialog.exec() != QDialog::Accepted)
-        return false;
-    user = userBox->text();
-    password = passwordBox->text();
-    return true;
 }
 
 // The statements ------------------------------------------------------------------------
@@ -254,7 +186,7 @@ void End()
 
 int MsgBox(const QString& prompt, int style, const QString& title)
 {
-    return Runtime::current().messageBox(prompt, style, title);
+    return Runtime::current().dialogs().messageBox(prompt, style, title);
 }
 
 QString AppPath()

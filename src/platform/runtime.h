@@ -30,7 +30,7 @@ enum MsgBoxStyle : int {
 };
 enum MsgBoxResult : int { vbOK = 1, vbCancel = 2, vbYes = 6, vbNo = 7 };
 
-struct FileDialogRequest;
+class Dialogs;
 
 // The windows of the process, each created and loaded on first touch.
 class Forms {
@@ -91,29 +91,19 @@ public:
     RandomSource& random() { return m_random; }
     WavePlayer& sounds();
 
-    // Test hooks. With a hook set, the report, End and message boxes go to it; after a report
-    // or an End the runtime counts as ended: no further handler runs and the handlers still on
-    // the stack unwind at their next message pump.
+    // Every question put to a person goes through here; a test sets its own answerer.
+    Dialogs& dialogs() { return *m_dialogs; }
+    void setDialogs(std::unique_ptr<Dialogs> dialogs);
+
+    // Test hooks. With a hook set, the report and End go to it; after a report or an End the
+    // runtime counts as ended: no further handler runs and the handlers still on the stack
+    // unwind at their next message pump.
     void setUntrappedErrorHook(std::function<void(const RuntimeError&)> hook) { m_untrappedHook = std::move(hook); }
     void setEndHook(std::function<void()> hook) { m_endHook = std::move(hook); }
-    void setMessageBoxHook(std::function<int(const QString& prompt, int style, const QString& title)> hook)
-    {
-        m_messageBoxHook = std::move(hook);
-    }
-    // The file a person picks in a file dialog ("" for cancel).
-    void setFileDialogHook(std::function<QString(const FileDialogRequest&)> hook) { m_fileDialogHook = std::move(hook); }
-    // A person's answer to a log-in prompt: false for cancel.
-    void setLoginHook(std::function<bool(const QString& site, QString& user, QString& password)> hook)
-    {
-        m_loginHook = std::move(hook);
-    }
     bool ended() const { return m_ended; }
 
     void reportUntrapped(const RuntimeError& error);
     [[noreturn]] void end();
-    int messageBox(const QString& prompt, int style, const QString& title);
-    QString askFile(const FileDialogRequest& request);
-    bool askLogin(const QString& site, QString& user, QString& password);
 
 private:
     QString m_programDir;
@@ -123,9 +113,7 @@ private:
     std::unique_ptr<WavePlayer> m_sounds;
     std::function<void(const RuntimeError&)> m_untrappedHook;
     std::function<void()> m_endHook;
-    std::function<int(const QString&, int, const QString&)> m_messageBoxHook;
-    std::function<QString(const FileDialogRequest&)> m_fileDialogHook;
-    std::function<bool(const QString&, QString&, QString&)> m_loginHook;
+    std::unique_ptr<Dialogs> m_dialogs;
     bool m_ended = false;
     Runtime* m_previous = nullptr;
 };

@@ -2,6 +2,7 @@
 
 #include "common_dialog.h"
 #include "errors.h"
+#include "dialogs.h"
 #include "runtime.h"
 
 #include <QAuthenticator>
@@ -153,7 +154,7 @@ private:
     void handleLogin(const QUrl& url, QAuthenticator* authenticator)
     {
         QString user, password;
-        if (Runtime::current().askLogin(url.host() + QStringLiteral(" - ") + authenticator->realm(), user, password)) {
+        if (Runtime::current().dialogs().login(url.host() + QStringLiteral(" - ") + authenticator->realm(), user, password)) {
             authenticator->setUser(user);
             authenticator->setPassword(password);
         } else {

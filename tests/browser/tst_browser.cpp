@@ -251,16 +251,16 @@ void TestBrowser::logInPromptAndDownload()
 {
     Browser b(QStringLiteral("about:blank"));
     QStringList sites;
-    b.t.runtime().setLoginHook([&](const QString& site, QString& user, QString& password) {
+    b.t.dialogs->loginAnswer = [&](const QString& site, QString& user, QString& password) {
         sites << site;
         user = QStringLiteral("user");
         password = QStringLiteral("secret");
         return true;
-    });
+    };
     QTemporaryDir downloads;
-    b.t.runtime().setFileDialogHook([&](const FileDialogRequest& r) {
+    b.t.dialogs->fileAnswer = [&](const FileDialogRequest& r) {
         return r.save ? downloads.filePath(r.fileName) : QString();
-    });
+    };
     MainFRM& main = b.open();
     QVERIFY(b.waitForDone());
     const qsizetype from = b.captions.size();
@@ -485,7 +485,7 @@ void TestBrowser::firstStartAsksForATheme()
 {
     TestRuntime t; // no ThemeDir.INI
     IntroFRM& intro = form<IntroFRM>();
-    QCOMPARE(t.messageBoxes, QStringList{"Please Select a Theme Directory."});
+    QCOMPARE(t.dialogs->messageBoxes, QStringList{"Please Select a Theme Directory."});
     ThemeSelector& selector = form<ThemeSelector>();
     QVERIFY(selector.Visible());
     QVERIFY(!selector.CancelCMD.Enabled());

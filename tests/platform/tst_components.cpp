@@ -77,12 +77,9 @@ void TestComponents::dialogFilters()
 void TestComponents::fileDialogAnswer()
 {
     TestRuntime t;
-    QList<FileDialogRequest> asked;
+    const QList<FileDialogRequest>& asked = t.dialogs->fileRequests;
     QString answer = QStringLiteral("/tmp/chosen.htm");
-    t.runtime().setFileDialogHook([&](const FileDialogRequest& r) {
-        asked << r;
-        return answer;
-    });
+    t.dialogs->fileAnswer = [&](const FileDialogRequest&) { return answer; };
     CommonDialog cd;
     cd.Filter = QStringLiteral("htm (*.htm) | *.htm");
     cd.ShowSave();

@@ -2,14 +2,42 @@
 
 #include <QFile>
 
+int TestDialogs::messageBox(const QString& prompt, int style, const QString& title)
+{
+    messageBoxes << prompt;
+    messageBoxStyles << style;
+    messageBoxTitles << title;
+    return messageBoxAnswer;
+}
+
+QString TestDialogs::file(const platform::FileDialogRequest& request)
+{
+    fileRequests << request;
+    return fileAnswer ? fileAnswer(request) : QString();
+}
+
+bool TestDialogs::login(const QString& site, QString& user, QString& password)
+{
+    return loginAnswer && loginAnswer(site, user, password);
+}
+
+bool TestDialogs::print(QPrinter& printer)
+{
+    return printAnswer && printAnswer(printer);
+}
+
+bool TestDialogs::pageSetup(QPrinter& printer)
+{
+    return pageSetupAnswer && pageSetupAnswer(printer);
+}
+
 TestRuntime::TestRuntime() : m_runtime(std::make_unique<platform::Runtime>(m_dir.path()))
 {
     m_runtime->setUntrappedErrorHook([this](const platform::RuntimeError& e) { untrappedErrors << e.number(); });
     m_runtime->setEndHook([this] { ++ends; });
-    m_runtime->setMessageBoxHook([this](const QString& prompt, int, const QString&) {
-        messageBoxes << prompt;
-        return messageBoxAnswer;
-    });
+    auto answerer = std::make_unique<TestDialogs>();
+    dialogs = answerer.get();
+    m_runtime->setDialogs(std::move(answerer));
 }
 
 TestRuntime::~TestRuntime() = default;

@@ -1,7 +1,9 @@
 #pragma once
-// A runtime for one test: a fresh program directory in a temporary folder, and hooks that
-// take the untrapped-error report, End and message boxes instead of ending the test process.
+// A runtime for one test: a fresh program directory in a temporary folder, hooks that take the
+// untrapped-error report and End instead of ending the test process, and dialogs answered by
+// the test instead of a person.
 
+#include "platform/dialogs.h"
 #include "platform/runtime.h"
 
 #include <QByteArray>
@@ -9,7 +11,29 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+#include <functional>
 #include <memory>
+
+// Answers every question the program puts to a person, and records what was asked.
+class TestDialogs : public platform::Dialogs {
+public:
+    int messageBox(const QString& prompt, int style, const QString& title) override;
+    QString file(const platform::FileDialogRequest& request) override;
+    bool login(const QString& site, QString& user, QString& password) override;
+    bool print(QPrinter& printer) override;
+    bool pageSetup(QPrinter& printer) override;
+
+    QStringList messageBoxes; // the prompts shown
+    QStringList messageBoxTitles;
+    QList<int> messageBoxStyles;
+    int messageBoxAnswer = platform::vbOK;
+
+    QList<platform::FileDialogRequest> fileRequests;
+    std::function<QString(const platform::FileDialogRequest&)> fileAnswer; // unset: cancel
+    std::function<bool(const QString& site, QString& user, QString& password)> loginAnswer; // unset: cancel
+    std::function<bool(QPrinter&)> printAnswer;     // unset: cancel
+    std::function<bool(QPrinter&)> pageSetupAnswer; // unset: cancel
+};
 
 class TestRuntime {
 public:
@@ -23,8 +47,7 @@ public:
 
     QList<int> untrappedErrors; // numbers, in the order reported
     int ends = 0;
-    QStringList messageBoxes;   // the prompts shown
-    int messageBoxAnswer = platform::vbOK;
+    TestDialogs* dialogs = nullptr; // owned by the runtime
 
 private:
     QTemporaryDir m_dir;
