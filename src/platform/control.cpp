@@ -1,6 +1,6 @@
 #include "control.h"
 
-#include "cp1252.h"
+#include "classic_input.h"
 #include "errors.h"
 #include "runtime.h"
 
@@ -8,51 +8,13 @@
 #include <QMouseEvent>
 
 namespace platform {
-namespace {
 
-int classicButton(Qt::MouseButton button)
-{
-    switch (button) {
-    case Qt::LeftButton: return 1;
-    case Qt::RightButton: return 2;
-    case Qt::MiddleButton: return 4;
-    default: return 0;
-    }
-}
-
-int classicShift(Qt::KeyboardModifiers modifiers)
-{
-    return (modifiers & Qt::ShiftModifier ? 1 : 0) | (modifiers & Qt::ControlModifier ? 2 : 0) |
-           (modifiers & Qt::AltModifier ? 4 : 0);
-}
-
-// The character code a key press delivers to KeyPress, or -1 for keys that deliver none.
-int keyAscii(const QKeyEvent& key)
-{
-    switch (key.key()) {
-    case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_Tab: return 9;
-    default: break;
-    }
-    const QString text = key.text();
-    if (text.size() != 1)
-        return -1;
-    return static_cast<unsigned char>(encodeAnsi(text).at(0));
-}
-
-} // namespace
-
-Control::Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect, int index)
-    : m_widget(widget), m_origin(parent.clientOrigin()), m_index(index)
+Control::Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect)
+    : m_widget(widget), m_origin(parent.clientOrigin())
 {
     QWidget* container = parent.containerWidget();
     widget->setParent(container);
     widget->setObjectName(QString::fromLatin1(name));
-    if (index >= 0)
-        widget->setProperty("index", index);
     // A click on a control belongs to the control, never to the window behind it.
     widget->setAttribute(Qt::WA_NoMousePropagation);
     Move(rect.left, rect.top, rect.width, rect.height);
@@ -61,6 +23,12 @@ Control::Control(Container& parent, const char* name, QWidget* widget, TwipsRect
 }
 
 Control::~Control() = default;
+
+void Control::setIndex(int index)
+{
+    m_index = index;
+    m_widget->setProperty("index", index);
+}
 
 void Control::watch(QWidget* inner)
 {
@@ -198,7 +166,7 @@ bool Control::eventFilter(QObject* watched, QEvent* event)
         if (m_mouseMove) {
             const auto* mouse = static_cast<QMouseEvent*>(event);
             runHandler([&] {
-                m_mouseMove(classicButton(mouse->button()), classicShift(mouse->modifiers()),
+                m_mouseMove(classicButtons(mouse->buttons()), classicShift(mouse->modifiers()),
                             mouse->position().x() * TwipsPerPixelX(), mouse->position().y() * TwipsPerPixelY());
             });
         }

@@ -22,6 +22,9 @@ using MouseHandler = std::function<void(int button, int shift, double x, double 
 // The character code; set it to 0 to swallow the key.
 using KeyPressHandler = std::function<void(std::int16_t& keyAscii)>;
 
+template <class T>
+class ControlArray;
+
 class Control : public QObject {
     Q_OBJECT
 public:
@@ -72,8 +75,7 @@ Q_SIGNALS:
     void textWritten(const QString& text);
 
 protected:
-    // index: the element's index in a control array, or -1.
-    Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect, int index = -1);
+    Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect);
 
     // Controls whose widget reports clicks itself (buttons, check boxes) turn this off.
     void setSynthesizedClick(bool on) { m_synthesizedClick = on; }
@@ -89,10 +91,14 @@ protected:
     bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
+    template <class T>
+    friend class ControlArray;
+    void setIndex(int index);
+
     QPointer<QWidget> m_widget;
     QPoint m_origin; // the container's client origin, in pixels
     QWidget* m_keyTarget = nullptr;
-    int m_index;
+    int m_index = -1;
     TwipsMemo m_left, m_top, m_width, m_height;
     OleColor m_foreColor = vbButtonText;
     OleColor m_backColor = vbButtonFace;

@@ -1,58 +1,160 @@
 #pragma once
-// Controls that share a name and one handler, which receives the element's index.
+// Controls that share a name and one set of handlers, each receiving the element's index.
+// Elements are made at design time (add) or loaded and unloaded while the program runs
+// (Load, Unload). Works for every control kind, windowless lines and shapes included.
+//
+// Elements live in place in a deque: loading one never moves the others, and a long array of
+// small elements (a doodle's thousands of lines) costs no allocation per element.
 
 #include "control.h"
 #include "errors.h"
 
+#include <cstdint>
+#include <deque>
 #include <functional>
-#include <map>
-#include <memory>
+#include <optional>
 
 namespace platform {
+
+using IndexHandler = std::function<void(int index)>;
+using IndexMouseHandler = std::function<void(int index, int button, int shift, double x, double y)>;
+using IndexKeyPressHandler = std::function<void(int index, std::int16_t& keyAscii)>;
 
 template <class T>
 class ControlArray {
 public:
-    // Makes element index; args are the element's constructor arguments after the container
-    // and the name, without the index.
+    ControlArray() = default;
+    ControlArray(const ControlArray&) = delete;
+    ControlArray& operator=(const ControlArray&) = delete;
+    // The last element goes first, so containers that list their elements drop each at once.
+    ~ControlArray()
+    {
+        while (!m_slots.empty())
+            m_slots.pop_back();
+    }
+
+    // Makes the design-time element index; args are the element's constructor arguments after
+    // the container and the name.
     template <class... Args>
     T& add(Container& parent, const char* name, int index, Args&&... args)
     {
-        auto element = std::make_unique<T>(parent, name, std::forward<Args>(args)..., index);
-        T& ref = *element;
-        m_elements[index] = std::move(element);
-        wire(ref);
-        return ref;
+        std::optional<T>& slot = slotFor(index);
+        if (slot)
+            raiseError(ErrObjectAlreadyLoaded);
+        slot.emplace(parent, name, std::forward<Args>(args)...);
+        return adopt(*slot, index);
+    }
+
+    // Loads element index at run time as a copy of the lowest element (T::loadFrom says what
+    // is copied); an index already loaded raises "Object already loaded" (360).
+    T& Load(int index)
+    {
+        if (Count() == 0)
+            raiseError(ErrNoSuchElement);
+        const T& first = (*this)(LBound());
+        std::optional<T>& slot = slotFor(index);
+        if (slot)
+            raiseError(ErrObjectAlreadyLoaded);
+        T::loadFrom(slot, first);
+        return adopt(*slot, index);
     }
 
     // An index with no element raises "Control array element doesn't exist" (340).
-    T& operator()(int index) const
+    void Unload(int index)
     {
-        const auto it = m_elements.find(index);
-        if (it == m_elements.end())
-            raiseError(ErrNoSuchElement);
-        return *it->second;
+        element(index).reset();
+        --m_count;
     }
-    int Count() const { return int(m_elements.size()); }
-    int LBound() const { return m_elements.empty() ? 0 : m_elements.begin()->first; }
-    int UBound() const { return m_elements.empty() ? -1 : m_elements.rbegin()->first; }
 
-    void onClick(std::function<void(int)> handler)
+    T& operator()(int index) const { return *element(index); }
+    bool exists(int index) const { return index >= 0 && index < int(m_slots.size()) && m_slots[index]; }
+    int Count() const { return m_count; }
+    int LBound() const
     {
-        m_click = std::move(handler);
-        for (auto& [index, element] : m_elements)
-            wire(*element);
+        for (int i = 0; i < int(m_slots.size()); ++i)
+            if (m_slots[i])
+                return i;
+        return 0;
     }
+    int UBound() const
+    {
+        for (int i = int(m_slots.size()) - 1; i >= 0; --i)
+            if (m_slots[i])
+                return i;
+        return -1;
+    }
+
+    // The handlers of every element, present and to come; each receives the element's index.
+    void onClick(IndexHandler h) { m_click = std::move(h); rewire(); }
+    void onDblClick(IndexHandler h) { m_dblClick = std::move(h); rewire(); }
+    void onChange(IndexHandler h) { m_change = std::move(h); rewire(); }
+    void onMouseDown(IndexMouseHandler h) { m_mouseDown = std::move(h); rewire(); }
+    void onMouseUp(IndexMouseHandler h) { m_mouseUp = std::move(h); rewire(); }
+    void onMouseMove(IndexMouseHandler h) { m_mouseMove = std::move(h); rewire(); }
+    void onKeyPress(IndexKeyPressHandler h) { m_keyPress = std::move(h); rewire(); }
 
 private:
-    void wire(T& element)
+    std::optional<T>& slotFor(int index)
     {
-        if (m_click)
-            element.onClick([this, index = element.Index()] { m_click(index); });
+        if (index < 0 || index > kMaxIndex)
+            raiseError(ErrNoSuchElement);
+        while (int(m_slots.size()) <= index)
+            m_slots.emplace_back();
+        return m_slots[index];
     }
 
-    std::map<int, std::unique_ptr<T>> m_elements;
-    std::function<void(int)> m_click;
+    std::optional<T>& element(int index) const
+    {
+        if (!exists(index))
+            raiseError(ErrNoSuchElement);
+        return const_cast<std::optional<T>&>(m_slots[index]);
+    }
+
+    T& adopt(T& element, int index)
+    {
+        ++m_count;
+        if constexpr (std::is_base_of_v<Control, T>) {
+            element.setIndex(index);
+            wire(element, index);
+        }
+        return element;
+    }
+
+    void rewire()
+    {
+        if constexpr (std::is_base_of_v<Control, T>) {
+            for (int i = 0; i < int(m_slots.size()); ++i)
+                if (m_slots[i])
+                    wire(*m_slots[i], i);
+        }
+    }
+
+    void wire(Control& c, int index)
+    {
+        if (m_click)
+            c.onClick([this, index] { m_click(index); });
+        if (m_dblClick)
+            c.onDblClick([this, index] { m_dblClick(index); });
+        if (m_change)
+            c.onChange([this, index] { m_change(index); });
+        if (m_mouseDown)
+            c.onMouseDown([this, index](int b, int s, double x, double y) { m_mouseDown(index, b, s, x, y); });
+        if (m_mouseUp)
+            c.onMouseUp([this, index](int b, int s, double x, double y) { m_mouseUp(index, b, s, x, y); });
+        if (m_mouseMove)
+            c.onMouseMove([this, index](int b, int s, double x, double y) { m_mouseMove(index, b, s, x, y); });
+        if (m_keyPress)
+            c.onKeyPress([this, index](std::int16_t& key) { m_keyPress(index, key); });
+    }
+
+    // The classic runtime's highest control-array index.
+    static constexpr int kMaxIndex = 32767;
+
+    std::deque<std::optional<T>> m_slots;
+    int m_count = 0;
+    IndexHandler m_click, m_dblClick, m_change;
+    IndexMouseHandler m_mouseDown, m_mouseUp, m_mouseMove;
+    IndexKeyPressHandler m_keyPress;
 };
 
 } // namespace platform

@@ -8,7 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QPainter>
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScrollBar>
@@ -18,8 +17,8 @@ namespace platform {
 
 // Label ---------------------------------------------------------------------------------
 
-Label::Label(Container& parent, const char* name, TwipsRect rect, const QString& caption, int index)
-    : Control(parent, name, new QLabel(caption), rect, index)
+Label::Label(Container& parent, const char* name, TwipsRect rect, const QString& caption)
+    : Control(parent, name, new QLabel(caption), rect)
 {
     label()->setAlignment(Qt::AlignLeft | Qt::AlignTop);
 }
@@ -166,8 +165,10 @@ ComboBox::ComboBox(Container& parent, const char* name, TwipsRect rect, const QS
     combo()->setEditable(true);
     combo()->setInsertPolicy(QComboBox::NoInsert);
     setText(text);
-    watch(combo()->lineEdit());
-    setKeyTarget(combo()->lineEdit()); // a key the editor passes on reaches the box too: once is enough
+    watch(combo()->lineEdit()); // clicks land on the editor
+    // Keys come to the box itself: it is its editor's focus proxy, and hands each key to the
+    // editor by calling it directly, past any filter there.
+    setKeyTarget(combo());
     QObject::connect(combo(), &QComboBox::editTextChanged, this, [this] { raiseChange(); });
 }
 
@@ -226,88 +227,6 @@ Frame::Frame(Container& parent, const char* name, TwipsRect rect, const QString&
 }
 
 void Frame::setCaption(const QString& caption) { static_cast<QGroupBox*>(widget())->setTitle(caption); }
-
-// Line ----------------------------------------------------------------------------------
-
-class Line::Canvas : public QWidget {
-public:
-    Line* owner = nullptr;
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.setPen(QPen(toQColor(owner->m_color), owner->m_width));
-        const QPoint origin = pos();
-        painter.drawLine(QPoint(toPixelsX(owner->m_x1), toPixelsY(owner->m_y1)) - origin,
-                         QPoint(toPixelsX(owner->m_x2), toPixelsY(owner->m_y2)) - origin);
-    }
-};
-
-namespace {
-template <class Canvas>
-Canvas* makeCanvas()
-{
-    auto* canvas = new Canvas;
-    canvas->setAttribute(Qt::WA_TransparentForMouseEvents);
-    return canvas;
-}
-} // namespace
-
-Line::Line(Container& parent, const char* name, int x1, int y1, int x2, int y2, int index)
-    : Control(parent, name, makeCanvas<Canvas>(), {}, index), m_x1(x1), m_y1(y1), m_x2(x2), m_y2(y2)
-{
-    canvas()->owner = this;
-    setEnds(x1, y1, x2, y2);
-}
-
-Line::Canvas* Line::canvas() const { return static_cast<Canvas*>(widget()); }
-
-void Line::setEnds(int x1, int y1, int x2, int y2)
-{
-    m_x1 = x1, m_y1 = y1, m_x2 = x2, m_y2 = y2;
-    const int margin = m_width + 1;
-    const QRect box = QRect(QPoint(toPixelsX(x1), toPixelsY(y1)), QPoint(toPixelsX(x2), toPixelsY(y2)))
-                          .normalized()
-                          .adjusted(-margin, -margin, margin, margin);
-    widget()->setGeometry(box);
-    widget()->update();
-}
-
-void Line::setBorderColor(OleColor color)
-{
-    m_color = color;
-    widget()->update();
-}
-
-void Line::setBorderWidth(int pixels)
-{
-    m_width = std::max(pixels, 1);
-    setEnds(m_x1, m_y1, m_x2, m_y2);
-}
-
-// Shape ---------------------------------------------------------------------------------
-
-class Shape::Canvas : public QWidget {
-public:
-    Shape* owner = nullptr;
-    void paintEvent(QPaintEvent*) override
-    {
-        QPainter painter(this);
-        painter.setPen(toQColor(owner->m_color));
-        painter.drawRect(rect().adjusted(0, 0, -1, -1));
-    }
-};
-
-Shape::Shape(Container& parent, const char* name, TwipsRect rect)
-    : Control(parent, name, makeCanvas<Canvas>(), rect)
-{
-    static_cast<Canvas*>(widget())->owner = this;
-}
-
-void Shape::setBorderColor(OleColor color)
-{
-    m_color = color;
-    widget()->update();
-}
 
 // PictureBox ----------------------------------------------------------------------------
 

@@ -37,7 +37,7 @@ private:
 
 class Label : public Control {
 public:
-    Label(Container& parent, const char* name, TwipsRect rect, const QString& caption = {}, int index = -1);
+    Label(Container& parent, const char* name, TwipsRect rect, const QString& caption = {});
     QString Caption() const;
     void setCaption(const QString& caption);
     // 0 left, 1 right, 2 centre; the text stands at the top unless told to stand at the bottom
@@ -142,40 +142,6 @@ public:
     Frame(Container& parent, const char* name, TwipsRect rect, const QString& caption = {});
     QWidget* containerWidget() override { return widget(); }
     void setCaption(const QString& caption);
-};
-
-// A straight line from (X1, Y1) to (X2, Y2), in twips of its container; it takes no clicks.
-class Line : public Control {
-public:
-    Line(Container& parent, const char* name, int x1, int y1, int x2, int y2, int index = -1);
-    int X1() const { return m_x1; }
-    int Y1() const { return m_y1; }
-    int X2() const { return m_x2; }
-    int Y2() const { return m_y2; }
-    void setEnds(int x1, int y1, int x2, int y2);
-    OleColor BorderColor() const { return m_color; }
-    void setBorderColor(OleColor color);
-    int BorderWidth() const { return m_width; }
-    void setBorderWidth(int pixels);
-
-private:
-    class Canvas;
-    Canvas* canvas() const;
-    int m_x1, m_y1, m_x2, m_y2;
-    OleColor m_color = vbWindowText;
-    int m_width = 1;
-};
-
-// A rectangle outline; it takes no clicks.
-class Shape : public Control {
-public:
-    Shape(Container& parent, const char* name, TwipsRect rect);
-    OleColor BorderColor() const { return m_color; }
-    void setBorderColor(OleColor color);
-
-private:
-    class Canvas;
-    OleColor m_color = vbWindowText;
 };
 
 class PictureBox : public Control, public Container {

@@ -30,6 +30,7 @@ QString errorDescription(int number)
         {76, "Path not found"},
         {91, "Object variable or With block variable not set"},
         {340, "Control array element doesn't exist"},
+        {360, "Object already loaded"},
         {380, "Invalid property value"},
         {424, "Object required"},
         {438, "Object doesn't support this property or method"},

@@ -28,6 +28,7 @@ enum ErrorNumber : int {
     ErrPathNotFound = 76,
     ErrObjectNotSet = 91,
     ErrNoSuchElement = 340,
+    ErrObjectAlreadyLoaded = 360,
     ErrInvalidPropertyValue = 380,
     ErrObjectRequired = 424,
     ErrNotSupported = 438,

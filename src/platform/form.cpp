@@ -1,6 +1,8 @@
 #include "form.h"
 
+#include "classic_input.h"
 #include "errors.h"
+#include "graphics.h"
 #include "timing.h"
 #include "runtime.h"
 
@@ -10,12 +12,17 @@
 #include <QPainter>
 
 namespace platform {
+namespace {
+// Drawing reaches the screen at most once per display frame.
+constexpr int kFrameMs = 16;
+} // namespace
 
 Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
 {
     setObjectName(QString::fromLatin1(name));
     logTiming(QStringLiteral("creating ") + objectName());
     setAttribute(Qt::WA_QuitOnClose, false);
+    setMouseTracking(true); // MouseMove comes with no button held too
     int menuHeight = 0;
     if (menu == Menu::Bar) {
         m_menuBar = new QMenuBar(this);
@@ -30,7 +37,17 @@ QPoint Form::clientOrigin() const
     return m_menuBar ? QPoint(0, m_menuBar->height()) : QPoint();
 }
 
-Form::~Form() = default;
+Form::~Form()
+{
+    endBatch();
+}
+
+GraphicsLayer& Form::graphicsLayer()
+{
+    if (!m_graphics)
+        m_graphics = new GraphicsLayer(*this);
+    return *m_graphics;
+}
 
 // Every caption a window shows, for following the main window's title status from outside
 // (QT_LOGGING_RULES="glidepath.caption=true").
@@ -153,9 +170,10 @@ void Form::ensureSurface()
     // Only a window that has been drawn on keeps a surface; the others paint their colour.
     if (m_surface.isNull() || m_surface.size() == size() || size().isEmpty())
         return;
+    endBatch();
     QImage grown(size().expandedTo(m_surface.size()), QImage::Format_RGB32);
     grown.fill(toQColor(m_backColor));
-    if (!m_surface.isNull()) {
+    {
         QPainter painter(&grown);
         painter.drawImage(0, 0, m_surface);
     }
@@ -170,17 +188,54 @@ void Form::setBackColor(OleColor color)
 
 void Form::Cls()
 {
+    endBatch();
     if (!m_surface.isNull())
         m_surface.fill(toQColor(m_backColor));
+    m_drawn = QRect();
     update();
 }
 
-QImage& Form::canvas()
+QPainter& Form::batchPainter()
 {
-    if (m_surface.isNull()) {
-        m_surface = QImage(size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
-        m_surface.fill(toQColor(m_backColor));
+    if (!m_batch) {
+        if (m_surface.isNull()) {
+            m_surface = QImage(size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
+            m_surface.fill(toQColor(m_backColor));
+        }
+        m_batch = new QPainter(&m_surface);
     }
+    return *m_batch;
+}
+
+void Form::endBatch()
+{
+    delete m_batch;
+    m_batch = nullptr;
+}
+
+void Form::drew(const QRect& area)
+{
+    m_drawn |= area;
+    if (!m_flushTimer)
+        m_flushTimer = startTimer(kFrameMs, Qt::PreciseTimer);
+}
+
+void Form::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_flushTimer) {
+        QWidget::timerEvent(event);
+        return;
+    }
+    killTimer(m_flushTimer);
+    m_flushTimer = 0;
+    endBatch();
+    update(m_drawn);
+    m_drawn = QRect();
+}
+
+const QImage& Form::surface()
+{
+    endBatch();
     return m_surface;
 }
 
@@ -222,31 +277,38 @@ QPointF Form::toSurface(double x, double y) const
     }
 }
 
+QPointF Form::fromSurface(QPointF p) const
+{
+    switch (m_scaleMode) {
+    case ScaleMode::Pixels: return p;
+    case ScaleMode::User:
+        return {m_userScale.left() + p.x() * m_userScale.width() / std::max(width(), 1),
+                m_userScale.top() + p.y() * m_userScale.height() / std::max(height(), 1)};
+    default: return {p.x() * TwipsPerPixelX(), p.y() * TwipsPerPixelY()};
+    }
+}
+
 void Form::Line(double x1, double y1, double x2, double y2, OleColor color)
 {
     const QPointF a = toSurface(x1, y1);
     const QPointF b = toSurface(x2, y2);
-    {
-        QPainter painter(&canvas());
-        painter.setPen(toQColor(color));
-        painter.drawLine(a, b);
-    }
-    update(QRectF(a, b).normalized().toAlignedRect().adjusted(-1, -1, 1, 1));
+    QPainter& painter = batchPainter();
+    painter.setPen(toQColor(color));
+    painter.drawLine(a, b);
+    drew(QRectF(a, b).normalized().toAlignedRect().adjusted(-1, -1, 1, 1));
 }
 
 void Form::Circle(double x, double y, double radius, OleColor color)
 {
     const QPointF centre = toSurface(x, y);
     const double r = toSurface(x + radius, y).x() - centre.x();
-    {
-        QPainter painter(&canvas());
-        painter.setPen(toQColor(color));
-        if (r < 0.5)
-            painter.drawPoint(centre);
-        else
-            painter.drawEllipse(centre, r, r);
-    }
-    update(QRectF(centre.x() - r - 1, centre.y() - r - 1, 2 * r + 2, 2 * r + 2).toAlignedRect());
+    QPainter& painter = batchPainter();
+    painter.setPen(toQColor(color));
+    if (r < 0.5)
+        painter.drawPoint(centre);
+    else
+        painter.drawEllipse(centre, r, r);
+    drew(QRectF(centre.x() - r - 1, centre.y() - r - 1, 2 * r + 2, 2 * r + 2).toAlignedRect());
 }
 
 // Events ----------------------------------------------------------------------------------
@@ -264,6 +326,7 @@ void Form::paintEvent(QPaintEvent* event)
         logTiming(QStringLiteral("painted ") + objectName());
         Q_EMIT firstPainted();
     }
+    endBatch();
     QPainter painter(this);
     if (m_surface.isNull())
         painter.fillRect(event->rect(), toQColor(m_backColor));
@@ -301,18 +364,38 @@ void Form::closeEvent(QCloseEvent* event)
     runHandler([this] { Unload(*this); });
 }
 
+QPointF Form::clientPoint(const QMouseEvent& mouse) const
+{
+    return fromSurface(mouse.position() - QPointF(clientOrigin()));
+}
+
 void Form::mousePressEvent(QMouseEvent* event)
 {
     m_pressed = true;
-    QWidget::mousePressEvent(event);
+    const QPointF at = clientPoint(*event);
+    runHandler([&] { Form_MouseDown(classicButton(event->button()), classicShift(event->modifiers()), at.x(), at.y()); });
+}
+
+void Form::mouseMoveEvent(QMouseEvent* event)
+{
+    const QPointF at = clientPoint(*event);
+    runHandler([&] { Form_MouseMove(classicButtons(event->buttons()), classicShift(event->modifiers()), at.x(), at.y()); });
 }
 
 void Form::mouseReleaseEvent(QMouseEvent* event)
 {
-    QWidget::mouseReleaseEvent(event);
+    const QPointF at = clientPoint(*event);
+    runHandler([&] { Form_MouseUp(classicButton(event->button()), classicShift(event->modifiers()), at.x(), at.y()); });
     if (m_pressed && rect().contains(event->position().toPoint()))
         runHandler([this] { Form_Click(); });
     m_pressed = false;
+}
+
+void Form::mouseDoubleClickEvent(QMouseEvent*)
+{
+    // The second press of a double click raises DblClick alone; its release only MouseUp.
+    m_pressed = false;
+    runHandler([this] { Form_DblClick(); });
 }
 
 } // namespace platform

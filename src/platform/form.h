@@ -18,10 +18,12 @@
 #include <functional>
 
 class QMenuBar;
+class QPainter;
 
 namespace platform {
 
 class Forms;
+class GraphicsLayer;
 
 // Anything controls can be placed in: a window, a frame, a picture box.
 class Container {
@@ -80,8 +82,14 @@ public:
     double ScaleHeight() const;
     void Line(double x1, double y1, double x2, double y2, OleColor color);
     void Circle(double x, double y, double radius, OleColor color);
-    // What was drawn (null until something is).
-    const QImage& surface() const { return m_surface; }
+    // What was drawn (null until something is), with every line and circle so far on it.
+    const QImage& surface();
+    // A point of the window's scale in pixels of its client area, and back.
+    QPointF toSurface(double x, double y) const;
+    QPointF fromSurface(QPointF pixels) const;
+
+    // The layer the window's windowless controls (lines, shapes) are drawn on; made with the first.
+    GraphicsLayer& graphicsLayer();
 
     // Shown and drawn on the screen at least once since.
     bool painted() const { return isVisible() && m_paintedSinceShow; }
@@ -100,6 +108,12 @@ protected:
     virtual void Form_Unload(int& cancel) { (void)cancel; }
     virtual void Form_Resize() {}
     virtual void Form_Click() {}
+    virtual void Form_DblClick() {}
+    // button: the button pressed or released (1 left, 2 right, 4 middle); on a move, the
+    // buttons held. x and y are in the window's scale.
+    virtual void Form_MouseDown(int button, int shift, double x, double y) { (void)button, (void)shift, (void)x, (void)y; }
+    virtual void Form_MouseMove(int button, int shift, double x, double y) { (void)button, (void)shift, (void)x, (void)y; }
+    virtual void Form_MouseUp(int button, int shift, double x, double y) { (void)button, (void)shift, (void)x, (void)y; }
     virtual void Form_Terminate() {}
 
     void showEvent(QShowEvent* event) override;
@@ -109,7 +123,10 @@ protected:
     void changeEvent(QEvent* event) override;
     void closeEvent(QCloseEvent* event) override;
     void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
+    void mouseDoubleClickEvent(QMouseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
 
 private:
     friend class Forms;
@@ -118,10 +135,14 @@ private:
     void runTerminate() { Form_Terminate(); }
 
     enum class ScaleMode { Twips, Pixels, User };
-    QPointF toSurface(double x, double y) const;
+    QPointF clientPoint(const QMouseEvent& mouse) const; // in the window's scale
     void noteFrame();
     void ensureSurface();
-    QImage& canvas(); // the surface, made on first use
+    // The painter of the present batch of drawing on the surface (made on first use), and the
+    // end of the batch: the drawn area reaches the screen at most once a display frame.
+    QPainter& batchPainter();
+    void drew(const QRect& area);
+    void endBatch();
 
     QMenuBar* m_menuBar = nullptr;
     QString m_caption; // as written: the window system may not keep every character
@@ -129,6 +150,10 @@ private:
     QSize m_frame{0, 0};
     OleColor m_backColor = vbButtonFace;
     QImage m_surface;
+    QPainter* m_batch = nullptr;
+    QRect m_drawn; // drawn since the last flush to the screen
+    int m_flushTimer = 0;
+    GraphicsLayer* m_graphics = nullptr;
     ScaleMode m_scaleMode = ScaleMode::Twips;
     QRectF m_userScale;
     bool m_pressed = false;

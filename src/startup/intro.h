@@ -4,6 +4,7 @@
 // Asks for a theme directory when none is stored.
 
 #include "platform/controls.h"
+#include "platform/graphics.h"
 #include "platform/form.h"
 #include "platform/media_player.h"
 

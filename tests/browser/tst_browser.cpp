@@ -13,6 +13,7 @@
 #include "platform/convert.h"
 #include "platform/sounds.h"
 #include "support/http_server.h"
+#include "support/input.h"
 #include "support/test_main.h"
 #include "support/test_runtime.h"
 
@@ -89,10 +90,9 @@ QString themeWithout(const QTemporaryDir& dir, const QString& missing)
 
 void typeAndEnter(MainFRM& main, const QString& text)
 {
-    QLineEdit* edit = static_cast<QComboBox*>(main.URLC.widget())->lineEdit();
-    edit->clear();
-    QTest::keyClicks(edit, text);
-    QTest::keyClick(edit, Qt::Key_Return);
+    main.URLC.setText(QString());
+    input::type(main.URLC, text);
+    input::key(main.URLC, Qt::Key_Return);
 }
 
 // The progress values of the captions "Glidepath - [ name ] - [ Loading a  of  b ]".
@@ -278,8 +278,8 @@ void TestBrowser::backWithNoHistoryStillClicks()
     Browser b(QStringLiteral("about:blank"));
     MainFRM& main = b.openShown();
     b.sounds.clear();
-    QTest::mouseClick(main.Back.widget(), Qt::LeftButton);
-    QTest::mouseClick(main.ForwardF.widget(), Qt::LeftButton);
+    input::click(main.Back);
+    input::click(main.ForwardF);
     QVERIFY(b.t.untrappedErrors.isEmpty());
     QCOMPARE(b.sounds.count(kThemes + "/Default/Click.WAV"), 2);
 }
@@ -419,13 +419,13 @@ void TestBrowser::homePageEditor()
     HomePageFRM& editor = form<HomePageFRM>();
     QCOMPARE(editor.Data.Text(), m_server.url("/titled").toString()); // the page being viewed
     editor.Data.setText(QStringLiteral("example.org"));
-    QTest::keyClick(editor.Data.widget(), Qt::Key_Return);
+    input::key(editor.Data, Qt::Key_Return);
     QVERIFY(!editor.Visible());
     QCOMPARE(b.t.read("HomePage.TXT"), QByteArray("example.org\r\n"));
 
     editor.Show();
     editor.Data.setText(QStringLiteral("abandoned"));
-    QTest::mouseClick(editor.Cncl.widget(), Qt::LeftButton);
+    input::click(editor.Cncl);
     QCOMPARE(b.t.read("HomePage.TXT"), QByteArray("example.org\r\n"));
     main.EditHomePageMNU.action()->trigger();
     QCOMPARE(editor.Data.Text(), QStringLiteral("abandoned")); // hidden, not unloaded
@@ -444,12 +444,12 @@ void TestBrowser::themeSelectorOkayAndCancel()
 
     selector.Dir.setPath(kThemes + "/Midnight"); // browsing changes the live directory at once
     QCOMPARE(ThemeDir(), kThemes + "/Midnight");
-    QTest::mouseClick(selector.CancelCMD.widget(), Qt::LeftButton);
+    input::click(selector.CancelCMD);
     QCOMPARE(b.t.read("ThemeDir.INI"), before);
     QCOMPARE(ThemeDir(), kThemes + "/Midnight");
 
     selector.Show();
-    QTest::mouseClick(selector.OkayCMD.widget(), Qt::LeftButton);
+    input::click(selector.OkayCMD);
     QCOMPARE(b.t.read("ThemeDir.INI"), "[Theme Directory]\r\nDIR=" + (kThemes + "/Midnight").toLocal8Bit() + "\r\n");
     QVERIFY(!selector.Visible());
     const QImage midnightGo = QImage(kThemes + "/Midnight/GoUP.BMP");

@@ -6,6 +6,7 @@
 #include "platform/form.h"
 #include "platform/runtime.h"
 #include "platform/timer.h"
+#include "support/input.h"
 #include "support/test_runtime.h"
 
 #include <QLineEdit>
@@ -332,8 +333,8 @@ void TestForms::controlArrayClickReceivesIndex()
     sample.Info.onClick([&](int index) { clicked << index; });
     sample.Show();
     QVERIFY(QTest::qWaitForWindowExposed(&sample));
-    QTest::mouseClick(sample.Info(2).widget(), Qt::LeftButton);
-    QTest::mouseClick(sample.Info(0).widget(), Qt::LeftButton);
+    input::click(sample.Info(2));
+    input::click(sample.Info(0));
     QCOMPARE(clicked, (QList<int>{2, 0}));
 }
 
@@ -352,10 +353,9 @@ void TestForms::keyPressSeesTextBeforeTheKey()
             key = 0; // swallowed
     });
     sample.Text1.setText(QString());
-    auto* edit = static_cast<QLineEdit*>(sample.Text1.widget());
-    QTest::keyClicks(edit, "abx");
-    QTest::keyClick(edit, Qt::Key_Return);
-    QTest::keyClick(edit, Qt::Key_Left); // no character: no KeyPress
+    input::type(sample.Text1, "abx");
+    input::key(sample.Text1, Qt::Key_Return);
+    input::key(sample.Text1, Qt::Key_Left); // no character: no KeyPress
     QCOMPARE(seen, (QStringList{"", "a", "ab", "ab"}));
     QCOMPARE(codes, (QList<int>{'a', 'b', 'x', 13}));
     QCOMPARE(sample.Text1.Text(), QStringLiteral("ab"));
@@ -369,10 +369,10 @@ void TestForms::clickOnALabelIsNotAWindowClick()
     QVERIFY(QTest::qWaitForWindowExposed(&sample));
     int labelClicks = 0;
     sample.Label1.onClick([&] { ++labelClicks; });
-    QTest::mouseClick(sample.Label1.widget(), Qt::LeftButton);
+    input::click(sample.Label1);
     QCOMPARE(labelClicks, 1);
     QCOMPARE(g_clicks, 0);
-    QTest::mouseClick(&sample, Qt::LeftButton, {}, QPoint(sample.width() - 5, sample.height() - 5));
+    input::click(sample, QPoint(sample.width() - 5, sample.height() - 5));
     QCOMPARE(g_clicks, 1);
 }
 

@@ -1,0 +1,34 @@
+#include "window_look.h"
+
+#include "color.h"
+#include "procedures.h"
+#include "platform/control.h"
+#include "startup/theme_selector.h"
+
+void UseWindowFont(std::initializer_list<platform::Control*> controls, double points, bool bold)
+{
+    for (platform::Control* control : controls)
+        control->setFont(kWindowFont, points, bold);
+}
+
+void WithFontColour(const FontColours& colours, const std::function<void(platform::OleColor)>& apply)
+{
+    if (FontColour() == QLatin1String("1"))
+        apply(colours.one);
+    if (FontColour() == QLatin1String("2"))
+        apply(colours.two);
+    if (FontColour() == QLatin1String(colours.thirdCode))
+        apply(colours.three);
+}
+
+void ApplyFontColour(std::initializer_list<platform::Control*> controls, const FontColours& colours)
+{
+    WithFontColour(colours, [&](platform::OleColor colour) {
+        for (platform::Control* control : controls)
+            control->setForeColor(colour);
+    });
+}
+
+void PlayOpenSound() { PlayWave(ThemeDir() + "/OpenWIN.WAV"); }
+void PlayCloseSound() { PlayWave(ThemeDir() + "/CloseWIN.WAV"); }
+void PlayClickSound() { PlayWave(ThemeDir() + "/Click.WAV"); }
