@@ -1,0 +1,1 @@
+# Tests of the accessories windows: glidepath_test(...) lines.

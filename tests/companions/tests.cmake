@@ -1,0 +1,1 @@
+# Tests of the companion windows: glidepath_test(...) lines.

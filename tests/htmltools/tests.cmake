@@ -1,0 +1,1 @@
+# Tests of the htmltools windows: glidepath_test(...) lines.
