@@ -13,8 +13,9 @@ packages=(
   # MP3 decoding for the media player, wave playback through the sound server
   gstreamer1.0-plugins-base gstreamer1.0-plugins-good gstreamer1.0-plugins-ugly gstreamer1.0-libav
   pulseaudio pulseaudio-utils
-  # a virtual screen for tests and for headless runs
-  xvfb xauth x11-utils xdotool imagemagick
+  # a virtual screen for tests and for headless runs, with a window manager for the end-to-end
+  # tests; the locales package builds the comma-decimal locale the conversion tests run under
+  xvfb xauth x11-utils xdotool imagemagick openbox locales
   # the benchmark's driver
   python3
   # fuzzing the profile and field readers
@@ -34,4 +35,11 @@ if [ ${#missing[@]} -gt 0 ]; then
   [ "$(id -u)" -ne 0 ] && SUDO="sudo"
   $SUDO apt-get update -qq
   DEBIAN_FRONTEND=noninteractive $SUDO apt-get install -y -qq --no-install-recommends "${missing[@]}"
+fi
+
+# A desktop whose decimal separator is a comma, for the conversion tests.
+if ! locale -a 2>/dev/null | grep -qi '^de_DE\.utf-\?8$'; then
+  SUDO=""
+  [ "$(id -u)" -ne 0 ] && SUDO="sudo"
+  $SUDO localedef -i de_DE -f UTF-8 de_DE.UTF-8
 fi

@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QTime>
 
+#include <charconv>
 #include <cmath>
 #include <cstdio>
 #include <cstring>
@@ -21,8 +22,12 @@ QString classicNumberText(double value, int digits)
     if (std::isinf(value))
         return value > 0 ? QStringLiteral("1.#INF") : QStringLiteral("-1.#INF");
 
+    // to_chars, unlike printf, never follows the desktop's locale: the text form of a number
+    // is the same on every desktop.
     char buffer[64];
-    std::snprintf(buffer, sizeof buffer, "%.*e", digits - 1, std::fabs(value));
+    const auto written = std::to_chars(buffer, buffer + sizeof buffer - 1, std::fabs(value),
+                                       std::chars_format::scientific, digits - 1);
+    *written.ptr = '\0';
     // buffer: d.ddddde[+-]xx
     const char* e = std::strchr(buffer, 'e');
     const int exponent = std::atoi(e + 1);
@@ -83,6 +88,7 @@ double Val(const QString& text)
         if (base == 0)
             return 0;
         qint64 result = 0;
+        int digitCount = 0;
         for (qsizetype i = 2; i < s.size(); ++i) {
             const int digit = s[i].isDigit() && s[i].unicode() < 128 ? s[i].unicode() - '0'
                               : (s[i].toUpper() >= QLatin1Char('A') && s[i].toUpper() <= QLatin1Char('F'))
@@ -91,8 +97,14 @@ double Val(const QString& text)
             if (digit < 0 || digit >= base)
                 break;
             result = result * base + digit;
+            ++digitCount;
         }
-        return static_cast<double>(result);
+        // As the classic runtime reads them: a value that fits 16 bits (up to four hex digits,
+        // six octal ones) is an Integer, so &HFFFF is -1; a longer one is a 32-bit Long.
+        const bool integer = base == 16 ? digitCount <= 4 : result <= 0xFFFF && digitCount <= 6;
+        if (integer)
+            return static_cast<double>(static_cast<std::int16_t>(static_cast<std::uint16_t>(result)));
+        return static_cast<double>(static_cast<std::int32_t>(static_cast<std::uint32_t>(result)));
     }
 
     qsizetype i = 0;

@@ -8,7 +8,9 @@
 #include <QLocale>
 #include <QTest>
 
+#include <clocale>
 #include <cmath>
+#include <cstdio>
 #include <functional>
 
 using namespace platform;
@@ -18,6 +20,7 @@ Q_DECLARE_METATYPE(std::function<void()>)
 class TestConvert : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase();
     void doubleToText_data();
     void doubleToText();
     void singleToText_data();
@@ -36,12 +39,24 @@ private Q_SLOTS:
     void randomSource();
 };
 
+// Every case runs on a desktop whose decimal separator is a comma: the text form of a number
+// must not follow it.
+void TestConvert::initTestCase()
+{
+    QVERIFY2(std::setlocale(LC_ALL, "de_DE.UTF-8"), "the de_DE.UTF-8 locale is missing (scripts/setup.sh makes it)");
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    char probe[16];
+    std::snprintf(probe, sizeof probe, "%.1f", 1.5);
+    QCOMPARE(QByteArray(probe), QByteArray("1,5"));
+}
+
 void TestConvert::doubleToText_data()
 {
     QTest::addColumn<double>("value");
     QTest::addColumn<QString>("text");
     QTest::newRow("zero") << 0.0 << "0";
     QTest::newRow("integer") << 12000.0 << "12000";
+    QTest::newRow("fifteen") << 15.0 << "15";
     QTest::newRow("negative fraction") << -1.5 << "-1.5";
     QTest::newRow("15 digits stay plain") << 123456789012345.0 << "123456789012345";
     QTest::newRow("1E+15") << 1e15 << "1E+15";
@@ -69,6 +84,8 @@ void TestConvert::singleToText_data()
     QTest::addColumn<float>("value");
     QTest::addColumn<QString>("text");
     QTest::newRow("twips") << 12000.0f << "12000";
+    QTest::newRow("six thousand") << 6000.0f << "6000";
+    QTest::newRow("one and a half") << 1.5f << "1.5";
     QTest::newRow("tenth") << 0.1f << "0.1";
     QTest::newRow("third") << 1.0f / 3 << "0.3333333";
     QTest::newRow("small") << 1.5e-8f << "1.5E-08";
@@ -97,7 +114,14 @@ void TestConvert::val_data()
     QTest::newRow("second point stops") << "12.34.56" << 12.34;
     QTest::newRow("bare exponent letter") << "7e" << 7.0;
     QTest::newRow("hex") << "&HFF" << 255.0;
+    QTest::newRow("four hex digits are an Integer") << "&HFFFF" << -1.0;
+    QTest::newRow("hex Integer's lowest") << "&H8000" << -32768.0;
+    QTest::newRow("five hex digits are a Long") << "&H10000" << 65536.0;
+    QTest::newRow("leading zero makes a Long") << "&H0FFFF" << 65535.0;
+    QTest::newRow("eight hex digits") << "&HFFFFFFFF" << -1.0;
     QTest::newRow("octal") << "&o17" << 15.0;
+    QTest::newRow("octal Integer") << "&O177777" << -1.0;
+    QTest::newRow("octal Long") << "&O200000" << 65536.0;
     QTest::newRow("sign only") << "-" << 0.0;
 }
 
