@@ -36,7 +36,9 @@ void DirListBox::fill()
     t->setRootIndex(m_model->index(QDir::rootPath()));
     for (int column = 1; column < m_model->columnCount(); ++column)
         t->hideColumn(column);
-    connect(t->selectionModel(), &QItemSelectionModel::currentChanged, this, &DirListBox::handleCurrentChanged);
+    // A click or an arrow key only highlights a directory; opening it (double-click or Enter)
+    // makes it the Path, as a classic directory list does.
+    connect(t, &QTreeView::activated, this, &DirListBox::handleActivated);
     // The model reads directories in the background: open the path again as its parts arrive.
     connect(m_model, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
         if (m_path == loaded || m_path.startsWith(loaded.endsWith(QLatin1Char('/')) ? loaded : loaded + QLatin1Char('/')))
@@ -77,11 +79,11 @@ void DirListBox::setPath(const QString& path)
         raiseChange();
 }
 
-void DirListBox::handleCurrentChanged()
+void DirListBox::handleActivated(const QModelIndex& index)
 {
     if (m_settingPath || !m_model)
         return;
-    const QString path = m_model->filePath(tree()->currentIndex());
+    const QString path = m_model->filePath(index);
     if (path.isEmpty() || path == m_path)
         return;
     m_path = path;

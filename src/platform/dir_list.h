@@ -1,6 +1,6 @@
 #pragma once
 // The directory list: a tree of the file system's directories with a settable and readable
-// Path; choosing a directory in it sets Path and raises Change.
+// Path; opening a directory in it (double-click or Enter) sets Path and raises Change.
 
 #include "control.h"
 
@@ -20,7 +20,7 @@ public:
 
 private:
     QTreeView* tree() const;
-    void handleCurrentChanged();
+    void handleActivated(const QModelIndex& index);
     bool eventFilter(QObject* watched, QEvent* event) override;
     // The tree is filled when it is first shown: reading the file system costs start-up time,
     // and the holder of the theme directory is made long before anyone looks at it.

@@ -7,9 +7,11 @@
 #include "platform/form.h"
 #include "platform/runtime.h"
 #include "platform/web_browser.h"
+#include "support/input.h"
 #include "support/test_main.h"
 #include "support/test_runtime.h"
 
+#include <QAbstractItemView>
 #include <QDir>
 #include <QSignalSpy>
 
@@ -111,6 +113,17 @@ void TestComponents::directoryList()
     holder.Show(); // filled when first shown, opened at its path
     QVERIFY(QTest::qWaitForWindowExposed(&holder));
     QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
+
+    // An arrow key only highlights the sub-directory; Enter opens it.
+    auto* tree = static_cast<QAbstractItemView*>(holder.Dir.widget());
+    QTRY_COMPARE(tree->model()->rowCount(tree->currentIndex()), 1); // "Deep" has been read
+    input::key(holder.Dir, Qt::Key_Down);
+    QTRY_COMPARE(tree->currentIndex().data().toString(), QStringLiteral("Deep"));
+    QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
+    QCOMPARE(changed, 1);
+    input::key(holder.Dir, Qt::Key_Return);
+    QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue/Deep");
+    QCOMPARE(changed, 2);
 }
 
 GLIDEPATH_WEB_TEST_MAIN(TestComponents)
