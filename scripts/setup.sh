@@ -7,7 +7,7 @@ packages=(
   # toolchain
   g++ cmake make pkg-config git
   # Qt 6: widgets, web engine, multimedia, print support, network, test
-  qt6-base-dev qt6-webengine-dev qt6-webengine-dev-tools qt6-multimedia-dev libqt6opengl6-dev
+  qt6-base-dev libxcb1-dev qt6-webengine-dev qt6-webengine-dev-tools qt6-multimedia-dev libqt6opengl6-dev
   # the windows' font "OCR A Extended" is served by the OCR-A family
   fonts-ocr-a fonts-dejavu-core
   # MP3 decoding for the media player, wave playback through the sound server

@@ -5,11 +5,14 @@
 #include "graphics.h"
 #include "timing.h"
 #include "runtime.h"
+#include "screen_place.h"
 
 #include <QCloseEvent>
 #include <QLoggingCategory>
 #include <QMenuBar>
 #include <QPainter>
+#include <QScreen>
+#include <QWindow>
 
 namespace platform {
 namespace {
@@ -23,13 +26,25 @@ Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
     logTiming(QStringLiteral("creating ") + objectName());
     setAttribute(Qt::WA_QuitOnClose, false);
     setMouseTracking(true); // MouseMove comes with no button held too
-    int menuHeight = 0;
+    watchFrameChanges();
     if (menu == Menu::Bar) {
         m_menuBar = new QMenuBar(this);
         m_menuBar->setObjectName(QStringLiteral("MenuBar"));
-        menuHeight = m_menuBar->sizeHint().height();
     }
-    resize(toPixelsX(clientWidth), toPixelsY(clientHeight) + menuHeight);
+    m_clientHeight = toPixelsY(clientHeight);
+    resize(toPixelsX(clientWidth), m_clientHeight); // the menu bar is added when its items are known
+}
+
+void Form::setVisible(bool visible)
+{
+    if (visible && !m_placed) {
+        m_placed = true;
+        // The designed client area lies below the menu bar, as on the classic desktop.
+        if (m_menuBar && !m_heightWritten)
+            resize(width(), m_clientHeight + m_menuBar->sizeHint().height());
+        placeWholeOnScreen(*this, !m_positionWritten);
+    }
+    QWidget::setVisible(visible);
 }
 
 QPoint Form::clientOrigin() const
@@ -93,16 +108,34 @@ void Form::setTopMost()
 {
     if (windowFlags() & Qt::WindowStaysOnTopHint)
         return;
-    const bool visible = isVisible();
-    setWindowFlag(Qt::WindowStaysOnTopHint, true); // hides a shown window; show it again
-    if (visible)
-        show();
+    const Qt::WindowFlags flags = windowFlags() | Qt::WindowStaysOnTopHint;
+    if (QWindow* handle = windowHandle()) {
+        // A window that exists keeps its native window: the flag goes to the window manager
+        // as a state change, instead of Qt's hiding and re-creating the window.
+        overrideWindowFlags(flags);
+        handle->setFlags(flags);
+    } else {
+        setWindowFlags(flags);
+    }
 }
 
-void Form::noteFrame()
+bool Form::noteFrame()
 {
-    if (isVisible() && !isMinimized())
-        m_frame = frameGeometry().size() - size();
+    if (!isVisible() || isMinimized())
+        return false;
+    const QSize frame = frameGeometry().size() - size();
+    if (frame == m_frame)
+        return false;
+    m_frame = frame;
+    if (const QWindow* handle = windowHandle(); handle && !frame.isEmpty())
+        noteFrameMargins(handle->frameMargins());
+    // A frame seen for the first time may push the window past the screen's edge.
+    if (!isMaximized() && !isFullScreen()) {
+        const QRect screen = this->screen() ? this->screen()->availableGeometry() : QRect();
+        if (screen.isValid() && !screen.contains(frameGeometry()))
+            move(wholeOnScreen(frameGeometry(), screen).topLeft());
+    }
+    return true;
 }
 
 int Form::Left() const { return m_left.read(pos().x(), TwipsPerPixelX()); }
@@ -114,6 +147,7 @@ void Form::setLeft(int twips)
 {
     const int px = toPixelsX(twips);
     m_left.written(twips, px); // before the move: its handlers already read the new value
+    m_positionWritten = true;
     move(px, pos().y());
 }
 
@@ -121,6 +155,7 @@ void Form::setTop(int twips)
 {
     const int px = toPixelsY(twips);
     m_top.written(twips, px);
+    m_positionWritten = true;
     move(pos().x(), px);
 }
 
@@ -140,6 +175,7 @@ void Form::setHeight(int twips)
         raiseError(ErrInvalidPropertyValue);
     const int outer = toPixelsY(twips);
     m_height.written(twips, outer);
+    m_heightWritten = true;
     resize(width(), std::max(outer - m_frame.height(), 0));
     Q_EMIT sizeWritten(Width(), twips);
 }
@@ -347,7 +383,19 @@ void Form::resizeEvent(QResizeEvent* event)
 void Form::moveEvent(QMoveEvent* event)
 {
     QWidget::moveEvent(event);
-    noteFrame();
+    // Width and Height are the outer size: a new frame is a new size, with its layout.
+    if (noteFrame())
+        runHandler([this] { Form_Resize(); });
+}
+
+bool Form::event(QEvent* event)
+{
+    if (event->type() == frameChangedEventType()) {
+        if (noteFrame())
+            runHandler([this] { Form_Resize(); });
+        return true;
+    }
+    return QWidget::event(event);
 }
 
 void Form::changeEvent(QEvent* event)

@@ -50,6 +50,9 @@ public:
 
     void Show();
     void Hide();
+    // The first showing places the window: where the program put it, or else centred; in
+    // both cases whole on the screen. A menu bar is added above the designed client area.
+    void setVisible(bool visible) override;
     bool Visible() const { return isVisible(); }
 
     QString Caption() const { return m_caption; }
@@ -127,6 +130,7 @@ protected:
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    bool event(QEvent* event) override;
 
 private:
     friend class Forms;
@@ -136,7 +140,8 @@ private:
 
     enum class ScaleMode { Twips, Pixels, User };
     QPointF clientPoint(const QMouseEvent& mouse) const; // in the window's scale
-    void noteFrame();
+    // Reads the frame the window manager gives the window; true when it changed.
+    bool noteFrame();
     void ensureSurface();
     // The painter of the present batch of drawing on the surface (made on first use), and the
     // end of the batch: the drawn area reaches the screen at most once a display frame.
@@ -148,6 +153,10 @@ private:
     QString m_caption; // as written: the window system may not keep every character
     TwipsMemo m_left, m_top, m_width, m_height;
     QSize m_frame{0, 0};
+    int m_clientHeight; // the designed client area's height, in pixels
+    bool m_placed = false;          // shown at least once
+    bool m_positionWritten = false; // Left or Top set by the program
+    bool m_heightWritten = false;
     OleColor m_backColor = vbButtonFace;
     QImage m_surface;
     QPainter* m_batch = nullptr;

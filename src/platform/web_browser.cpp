@@ -4,12 +4,14 @@
 #include "errors.h"
 #include "dialogs.h"
 #include "runtime.h"
+#include "screen_place.h"
 
 #include <QAuthenticator>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
 #include <QProgressBar>
+#include <QScreen>
 #include <QVBoxLayout>
 #include <QLabel>
 #include <QWebEngineCertificateError>
@@ -62,8 +64,14 @@ public:
         connect(m_view, &QWebEngineView::titleChanged, this, &QWidget::setWindowTitle);
         connect(m_view->page(), &QWebEnginePage::windowCloseRequested, this, &QWidget::close);
         connect(m_view->page(), &QWebEnginePage::geometryChangeRequested, this, [this](const QRect& r) {
-            if (r.isValid())
-                setGeometry(r);
+            if (!r.isValid())
+                return;
+            // The page asks for a place for its content; the window, title bar included,
+            // stays whole on the screen so that it can still be dragged.
+            const QMargins frame = knownFrameMargins();
+            const QRect screen = this->screen()->availableGeometry();
+            const QRect outer = wholeOnScreen(r.marginsAdded(frame), screen);
+            setGeometry(outer.marginsRemoved(frame));
         });
     }
     QWebEnginePage* page() const { return m_view->page(); }
@@ -117,7 +125,9 @@ void handleDownload(QWebEngineDownloadRequest* download)
     download->setDownloadDirectory(target.absolutePath());
     download->setDownloadFileName(target.fileName());
     download->accept();
-    (new DownloadWindow(download))->show();
+    auto* window = new DownloadWindow(download);
+    placeWholeOnScreen(*window, true);
+    window->show();
 }
 
 QWebEngineProfile* sharedProfile()
@@ -146,6 +156,7 @@ protected:
         if (!m_owner->raiseNewWindow2())
             return nullptr;
         auto* window = new PopupWindow(sharedProfile());
+        placeWholeOnScreen(*window, true);
         window->show();
         return window->page();
     }

@@ -1,0 +1,106 @@
+#include "screen_place.h"
+
+#include <QAbstractNativeEventFilter>
+#include <QCoreApplication>
+#include <QApplication>
+#include <QGuiApplication>
+#include <QScreen>
+#include <QWidget>
+
+#include <xcb/xcb.h>
+
+#include <algorithm>
+#include <cstdlib>
+
+namespace platform {
+namespace {
+
+QMargins g_frame;
+
+// Listens for the window manager's _NET_FRAME_EXTENTS on the program's windows.
+class FrameWatcher : public QAbstractNativeEventFilter {
+public:
+    explicit FrameWatcher(xcb_connection_t* connection)
+    {
+        const char name[] = "_NET_FRAME_EXTENTS";
+        xcb_intern_atom_reply_t* reply =
+            xcb_intern_atom_reply(connection, xcb_intern_atom(connection, 0, sizeof name - 1, name), nullptr);
+        if (reply) {
+            m_atom = reply->atom;
+            std::free(reply);
+        }
+    }
+
+    bool nativeEventFilter(const QByteArray& type, void* message, qintptr*) override
+    {
+        if (m_atom == XCB_ATOM_NONE || type != "xcb_generic_event_t")
+            return false;
+        const auto* event = static_cast<const xcb_generic_event_t*>(message);
+        if ((event->response_type & ~0x80) != XCB_PROPERTY_NOTIFY)
+            return false;
+        const auto* property = static_cast<const xcb_property_notify_event_t*>(message);
+        if (property->atom != m_atom)
+            return false;
+        // Qt reads the new frame lazily after its own handling of this event: tell the window
+        // through the event queue, so that it asks once Qt knows.
+        for (QWidget* top : QApplication::topLevelWidgets())
+            if (top->internalWinId() == property->window)
+                QCoreApplication::postEvent(top, new QEvent(frameChangedEventType()));
+        return false;
+    }
+
+private:
+    xcb_atom_t m_atom = XCB_ATOM_NONE;
+};
+
+} // namespace
+
+QMargins knownFrameMargins() { return g_frame; }
+void noteFrameMargins(const QMargins& margins) { g_frame = margins; }
+
+QRect wholeOnScreen(const QRect& outer, const QRect& screen)
+{
+    QRect r = outer;
+    if (r.right() > screen.right())
+        r.moveRight(screen.right());
+    if (r.bottom() > screen.bottom())
+        r.moveBottom(screen.bottom());
+    if (r.left() < screen.left())
+        r.moveLeft(screen.left());
+    if (r.top() < screen.top())
+        r.moveTop(screen.top());
+    return r;
+}
+
+void placeWholeOnScreen(QWidget& window, bool centre)
+{
+    const QScreen* screen = window.screen() ? window.screen() : QGuiApplication::primaryScreen();
+    if (!screen)
+        return;
+    const QRect available = screen->availableGeometry();
+    const QMargins frame = window.windowFlags() & Qt::FramelessWindowHint ? QMargins() : knownFrameMargins();
+    QRect outer(window.pos(), window.size().grownBy(frame));
+    if (centre)
+        outer.moveCenter(available.center());
+    window.move(wholeOnScreen(outer, available).topLeft());
+}
+
+QEvent::Type frameChangedEventType()
+{
+    static const auto type = QEvent::Type(QEvent::registerEventType());
+    return type;
+}
+
+void watchFrameChanges()
+{
+    static bool watching = false;
+    if (watching)
+        return;
+    watching = true;
+    auto* x11 = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    if (!x11)
+        return; // another window system: Qt's own events say enough
+    qApp->installNativeEventFilter(new FrameWatcher(x11->connection()));
+}
+
+} // namespace platform

@@ -1,0 +1,33 @@
+#pragma once
+// Where top-level windows appear: whole on the screen, frame and title bar included, and
+// centred where nobody gave them a place. Also tells the windows when the window manager
+// changes the frame it draws around them (on mapping, on maximising), which Qt reports with
+// no event of its own.
+
+#include <QEvent>
+#include <QMargins>
+#include <QRect>
+
+class QWidget;
+
+namespace platform {
+
+// The frame the window manager draws around a window: the last one seen on any window (none
+// before one is seen, or where no window manager runs).
+QMargins knownFrameMargins();
+void noteFrameMargins(const QMargins& margins);
+
+// The outer rectangle moved (never resized) so that it lies on the available screen area; a
+// rectangle larger than the screen keeps its top-left corner on it.
+QRect wholeOnScreen(const QRect& outer, const QRect& screen);
+
+// Places a window that is about to be shown for the first time: centred on the screen when
+// centre is true, and in any case whole on it, the expected frame counted.
+void placeWholeOnScreen(QWidget& window, bool centre);
+
+// From the first call on, a top-level widget receives an event of this type after the window
+// manager has changed the frame around it.
+QEvent::Type frameChangedEventType();
+void watchFrameChanges();
+
+} // namespace platform
