@@ -5,9 +5,14 @@
 #include "runtime.h"
 
 #include <QKeyEvent>
+#include <QLoggingCategory>
 #include <QMouseEvent>
 
 namespace platform {
+
+// Every size the program gives a control, for following a window's layout from outside
+// (QT_LOGGING_RULES="glidepath.geometry=true"): "Window.Control width twips".
+Q_LOGGING_CATEGORY(lcGeometry, "glidepath.geometry", QtWarningMsg)
 
 Control::Control(Container& parent, const char* name, QWidget* widget, TwipsRect rect)
     : m_widget(widget), m_origin(parent.clientOrigin())
@@ -61,6 +66,7 @@ void Control::setWidth(int twips)
     const int px = toPixelsX(twips);
     m_width.written(twips, px);
     m_widget->resize(px, m_widget->height());
+    qCInfo(lcGeometry).noquote() << m_widget->window()->objectName() + QLatin1Char('.') + Name() << "width" << twips;
 }
 
 void Control::setHeight(int twips)
@@ -70,6 +76,7 @@ void Control::setHeight(int twips)
     const int px = toPixelsY(twips);
     m_height.written(twips, px);
     m_widget->resize(m_widget->width(), px);
+    qCInfo(lcGeometry).noquote() << m_widget->window()->objectName() + QLatin1Char('.') + Name() << "height" << twips;
 }
 
 void Control::Move(int left, int top, int width, int height)

@@ -30,6 +30,14 @@ Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
     if (menu == Menu::Bar) {
         m_menuBar = new QMenuBar(this);
         m_menuBar->setObjectName(QStringLiteral("MenuBar"));
+        // One row of entries, measured now with the style and font it is drawn with: the
+        // controls made next stand below it, before its entries exist.
+        m_menuBar->ensurePolished();
+        QAction* probe = m_menuBar->addAction(QStringLiteral("File"));
+        m_menuHeight = m_menuBar->sizeHint().height();
+        m_menuBar->removeAction(probe);
+        delete probe;
+        m_menuBar->setGeometry(0, 0, width(), m_menuHeight);
     }
     m_clientHeight = toPixelsY(clientHeight);
     resize(toPixelsX(clientWidth), m_clientHeight); // the menu bar is added when its items are known
@@ -41,15 +49,20 @@ void Form::setVisible(bool visible)
         m_placed = true;
         // The designed client area lies below the menu bar, as on the classic desktop.
         if (m_menuBar && !m_heightWritten)
-            resize(width(), m_clientHeight + m_menuBar->sizeHint().height());
+            resize(width(), m_clientHeight + menuBarHeight());
         placeWholeOnScreen(*this, !m_positionWritten);
     }
     QWidget::setVisible(visible);
 }
 
+int Form::menuBarHeight() const
+{
+    return m_menuHeight;
+}
+
 QPoint Form::clientOrigin() const
 {
-    return m_menuBar ? QPoint(0, m_menuBar->height()) : QPoint();
+    return QPoint(0, m_menuHeight);
 }
 
 Form::~Form()
@@ -374,7 +387,7 @@ void Form::resizeEvent(QResizeEvent* event)
 {
     QWidget::resizeEvent(event);
     if (m_menuBar)
-        m_menuBar->setGeometry(0, 0, width(), m_menuBar->sizeHint().height());
+        m_menuBar->setGeometry(0, 0, width(), menuBarHeight());
     ensureSurface();
     noteFrame();
     runHandler([this] { Form_Resize(); });

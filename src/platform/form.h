@@ -140,6 +140,7 @@ private:
 
     enum class ScaleMode { Twips, Pixels, User };
     QPointF clientPoint(const QMouseEvent& mouse) const; // in the window's scale
+    int menuBarHeight() const;
     // Reads the frame the window manager gives the window; true when it changed.
     bool noteFrame();
     void ensureSurface();
@@ -150,6 +151,7 @@ private:
     void endBatch();
 
     QMenuBar* m_menuBar = nullptr;
+    int m_menuHeight = 0; // pixels
     QString m_caption; // as written: the window system may not keep every character
     TwipsMemo m_left, m_top, m_width, m_height;
     QSize m_frame{0, 0};

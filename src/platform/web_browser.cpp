@@ -216,6 +216,11 @@ WebBrowser::WebBrowser(Container& parent, const char* name, TwipsRect rect)
     connect(v, &QWebEngineView::urlChanged, this, &WebBrowser::handleUrlChanged);
     connect(v, &QWebEngineView::loadFinished, this, &WebBrowser::handleLoadFinished);
     connect(v->page(), &QWebEnginePage::linkHovered, this, &WebBrowser::raiseStatus);
+    // The engine's drawing surface must exist before the window is first made: added to a
+    // window that is already on the screen, it makes Qt re-create that window, which then
+    // appears twice (and, under a window manager, somewhere else). Starting the page without
+    // loading anything makes the surface now.
+    v->page()->runJavaScript(QString());
 }
 
 WebBrowser::~WebBrowser() = default;

@@ -80,6 +80,7 @@ void HttpServer::handle(QTcpSocket* socket)
     socket->readAll();
     ++m_requests;
     const QByteArray path = request.split(' ').value(1);
+    m_paths << QString::fromLatin1(path);
     if (path == "/titled")
         reply(socket, 200, page("Titled Page", "<p>A page with a title.</p>"));
     else if (path == "/untitled")

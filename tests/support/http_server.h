@@ -5,6 +5,7 @@
 // everything else.
 
 #include <QTcpServer>
+#include <QStringList>
 #include <QUrl>
 
 class HttpServer : public QObject {
@@ -15,6 +16,8 @@ public:
     // "127.0.0.1:port" + path: an address as a person types it, without a scheme.
     QString typed(const QString& path) const;
     int requests() const { return m_requests; }
+    // The path of every request, in the order they came.
+    const QStringList& paths() const { return m_paths; }
 
 private:
     void handle(QTcpSocket* socket);
@@ -23,4 +26,5 @@ private:
 
     QTcpServer m_server;
     int m_requests = 0;
+    QStringList m_paths;
 };

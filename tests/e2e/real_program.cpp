@@ -1,0 +1,231 @@
+#include "real_program.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QProcessEnvironment>
+#include <QRegularExpression>
+#include <QTest>
+
+namespace {
+
+void copyTree(const QString& from, const QString& to)
+{
+    QDir().mkpath(to);
+    QDirIterator it(from, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
+    while (it.hasNext()) {
+        const QString source = it.next();
+        const QString target = to + source.mid(from.size());
+        if (it.fileInfo().isDir())
+            QDir().mkpath(target);
+        else
+            QFile::copy(source, target);
+    }
+}
+
+} // namespace
+
+RealProgram::RealProgram()
+{
+    copyTree(QStringLiteral(GLIDEPATH_PROGRAM_DIR), m_dir.path());
+    m_process.setProgram(path(QStringLiteral("glidepath")));
+    m_process.setWorkingDirectory(m_dir.path());
+    QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
+    env.remove(QStringLiteral("QT_QPA_PLATFORM")); // the program runs on the screen, as on a desktop
+    env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("glidepath.caption=true;glidepath.geometry=true"));
+    m_process.setProcessEnvironment(env);
+    m_process.setProcessChannelMode(QProcess::SeparateChannels);
+    QObject::connect(&m_process, &QProcess::readyReadStandardError, [this] { m_log += m_process.readAllStandardError(); });
+}
+
+RealProgram::~RealProgram()
+{
+    if (QTest::currentTestFailed()) {
+        // What the screen showed and what the program said, for the failure's report.
+        const QString shot = QDir::tempPath() + QStringLiteral("/glidepath-e2e-") +
+                             QString::fromLatin1(QTest::currentTestFunction()) + QStringLiteral(".png");
+        QProcess::execute(QStringLiteral("import"), {"-window", "root", shot});
+        m_log += m_process.readAllStandardError();
+        qWarning("screen: %s\nprogram's last words:\n%s", qPrintable(shot),
+                 m_log.right(3000).constData());
+    }
+    if (running()) {
+        m_process.kill();
+        m_process.waitForFinished(5000);
+    }
+}
+
+QString RealProgram::path(const QString& name) const { return m_dir.path() + QLatin1Char('/') + name; }
+
+void RealProgram::write(const QString& name, const QByteArray& bytes) const
+{
+    QFile f(path(name));
+    if (f.open(QIODevice::WriteOnly))
+        f.write(bytes);
+}
+
+QByteArray RealProgram::read(const QString& name) const
+{
+    QFile f(path(name));
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+void RealProgram::useTheme(const QString& theme)
+{
+    write(QStringLiteral("ThemeDir.INI"), "[Theme Directory]\r\nDIR=" + path(theme).toLocal8Bit() + "\r\n");
+}
+
+void RealProgram::start()
+{
+    m_process.start();
+    if (!m_process.waitForStarted(10000))
+        qWarning("glidepath did not start: %s", qPrintable(m_process.errorString()));
+}
+
+bool RealProgram::waitForExit(int ms)
+{
+    return QTest::qWaitFor([&] { return !running(); }, ms);
+}
+
+QStringList RealProgram::captions()
+{
+    m_log += m_process.readAllStandardError();
+    QStringList result;
+    // Lines of the caption log: "glidepath.caption: Window: caption"
+    static const QRegularExpression line(QStringLiteral("^glidepath\\.caption: \\w+: (.*)$"));
+    for (const QByteArray& raw : m_log.split('\n')) {
+        const auto match = line.match(QString::fromUtf8(raw));
+        if (match.hasMatch())
+            result << match.captured(1);
+    }
+    return result;
+}
+
+int RealProgram::lastSize(const QString& control, const QString& side)
+{
+    m_log += m_process.readAllStandardError();
+    const QByteArray prefix = "glidepath.geometry: " + control.toUtf8() + ' ' + side.toUtf8() + ' ';
+    int value = -1;
+    for (const QByteArray& line : m_log.split('\n'))
+        if (line.startsWith(prefix))
+            value = line.mid(prefix.size()).toInt();
+    return value;
+}
+
+bool RealProgram::waitForCaption(const QString& caption, int ms)
+{
+    return QTest::qWaitFor([&] { return captions().contains(caption); }, ms);
+}
+
+QString RealProgram::xdo(const QStringList& args) const
+{
+    QProcess p;
+    p.start(QStringLiteral("xdotool"), args);
+    p.waitForFinished(10000);
+    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+}
+
+unsigned long RealProgram::waitForWindow(const QString& title, int ms)
+{
+    return waitForWindowLike(QLatin1Char('^') + QRegularExpression::escape(title) + QLatin1Char('$'), ms);
+}
+
+bool RealProgram::waitForGone(unsigned long window, int ms)
+{
+    return QTest::qWaitFor([&] {
+        return !xdo({"search", "--onlyvisible", "--pid", QString::number(m_process.processId()), "--name", ".*"})
+                    .split(QLatin1Char('\n'))
+                    .contains(QString::number(window));
+    }, ms);
+}
+
+unsigned long RealProgram::waitForWindowLike(const QString& pattern, int ms)
+{
+    unsigned long found = 0;
+    QTest::qWaitFor([&] {
+        const QStringList ids = xdo({"search", "--onlyvisible", "--pid", QString::number(m_process.processId()),
+                                     "--name", pattern}).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
+        found = ids.isEmpty() ? 0 : ids.last().toULong();
+        return found != 0;
+    }, ms);
+    return found;
+}
+
+bool RealProgram::waitForAnyWindow(int ms)
+{
+    return QTest::qWaitFor([&] {
+        return !xdo({"search", "--onlyvisible", "--pid", QString::number(m_process.processId()), "--name", ".*"}).isEmpty();
+    }, ms);
+}
+
+QString RealProgram::title(unsigned long window) const
+{
+    return xdo({"getwindowname", QString::number(window)});
+}
+
+QRect RealProgram::inner(unsigned long window) const
+{
+    // xwininfo tells where the window itself lies on the screen, whatever frame surrounds it.
+    QProcess p;
+    p.start(QStringLiteral("xwininfo"), {"-id", QString::number(window)});
+    p.waitForFinished(5000);
+    QMap<QString, int> v;
+    for (const QString& line : QString::fromUtf8(p.readAllStandardOutput()).split(QLatin1Char('\n')))
+        v[line.section(QLatin1Char(':'), 0, 0).trimmed()] = line.section(QLatin1Char(':'), 1).trimmed().toInt();
+    return QRect(v.value("Absolute upper-left X"), v.value("Absolute upper-left Y"), v.value("Width"), v.value("Height"));
+}
+
+QRect RealProgram::frame(unsigned long window) const
+{
+    // The window manager's frame extents: left, right, top, bottom.
+    QProcess p;
+    p.start(QStringLiteral("xprop"), {"-id", QString::number(window), "_NET_FRAME_EXTENTS"});
+    p.waitForFinished(5000);
+    const QString out = QString::fromUtf8(p.readAllStandardOutput());
+    const QStringList parts = out.section(QLatin1Char('='), 1).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    const QRect r = inner(window);
+    if (parts.size() != 4)
+        return r;
+    return r.adjusted(-parts[0].trimmed().toInt(), -parts[2].trimmed().toInt(), parts[1].trimmed().toInt(),
+                      parts[3].trimmed().toInt());
+}
+
+QRect RealProgram::screen() const
+{
+    const QStringList wh = xdo({"getdisplaygeometry"}).split(QLatin1Char(' '));
+    return QRect(0, 0, wh.value(0).toInt(), wh.value(1).toInt());
+}
+
+void RealProgram::click(unsigned long window, QPoint inside, int button)
+{
+    const QRect r = inner(window);
+    xdo({"mousemove", "--sync", QString::number(r.x() + inside.x()), QString::number(r.y() + inside.y())});
+    xdo({"click", QString::number(button)});
+}
+
+void RealProgram::clickScreen(QPoint at, int button)
+{
+    xdo({"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())});
+    xdo({"click", QString::number(button)});
+}
+
+void RealProgram::activate(unsigned long window)
+{
+    xdo({"windowactivate", "--sync", QString::number(window)});
+}
+
+void RealProgram::key(const QString& keys)
+{
+    xdo({"key", "--clearmodifiers", keys});
+}
+
+void RealProgram::type(const QString& text)
+{
+    xdo({"type", "--delay", "20", text});
+}
+
+void RealProgram::resize(unsigned long window, QSize size)
+{
+    xdo({"windowsize", "--sync", QString::number(window), QString::number(size.width()), QString::number(size.height())});
+}

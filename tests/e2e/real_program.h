@@ -1,0 +1,65 @@
+#pragma once
+// The real glidepath executable, started from a copy of the program directory on the test
+// screen (which has a window manager), and driven as a person drives it: with the X server's
+// own keyboard and mouse through xdotool. What the program shows is read back from the screen:
+// window titles and places through xdotool, and every caption it writes through its caption log.
+
+#include <QByteArray>
+#include <QMap>
+#include <QProcess>
+#include <QRect>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+
+class RealProgram {
+public:
+    RealProgram();
+    ~RealProgram();
+
+    // The copied program directory and files in it.
+    QString path(const QString& name) const;
+    void write(const QString& name, const QByteArray& bytes) const;
+    QByteArray read(const QString& name) const;
+    // Chooses the shipped theme, as the theme selector would have stored it.
+    void useTheme(const QString& theme = QStringLiteral("Default"));
+
+    void start();
+    bool running() const { return m_process.state() != QProcess::NotRunning; }
+    int exitCode() const { return m_process.exitCode(); }
+    bool waitForExit(int ms = 10000);
+
+    // Every caption the program wrote, oldest first.
+    QStringList captions();
+    bool waitForCaption(const QString& caption, int ms = 20000);
+    // The last width or height (side "width" or "height") the program gave a control
+    // ("MainFRM.URLC"), in twips; -1 when it gave none.
+    int lastSize(const QString& control, const QString& side);
+
+    // The X window whose title is exactly title (0 when none appears in time).
+    unsigned long waitForWindow(const QString& title, int ms = 20000);
+    // The same for a title that matches a regular expression.
+    unsigned long waitForWindowLike(const QString& pattern, int ms = 20000);
+    bool waitForGone(unsigned long window, int ms = 10000);
+    bool waitForAnyWindow(int ms = 20000);
+    QString title(unsigned long window) const;
+    // The window's outer rectangle (frame included) and its inner one, in screen pixels.
+    QRect frame(unsigned long window) const;
+    QRect inner(unsigned long window) const;
+    QRect screen() const;
+
+    // The person's hands.
+    void click(unsigned long window, QPoint inside, int button = 1); // a point of the inner area
+    void clickScreen(QPoint at, int button = 1);
+    void activate(unsigned long window);
+    void key(const QString& keys);   // xdotool key names: "Return", "ctrl+a"
+    void type(const QString& text);
+    void resize(unsigned long window, QSize inner);
+
+private:
+    QString xdo(const QStringList& args) const;
+
+    QTemporaryDir m_dir;
+    QProcess m_process;
+    QByteArray m_log;
+};

@@ -1,0 +1,174 @@
+// The real program as a person meets it: the glidepath executable started from a copy of the
+// program directory on a screen with a window manager, driven with the X server's keyboard and
+// mouse, against pages on 127.0.0.1. Few and strong; the in-process tests hold the detail.
+
+#include "e2e/real_program.h"
+#include "support/http_server.h"
+
+#include <QRegularExpression>
+#include <QTest>
+
+namespace {
+
+const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
+const QString kMainTitle = QStringLiteral("^Glidepath - \\[");
+constexpr double kTwipsPerPixel = 15; // the test screen runs at 96 dpi
+
+// A started program whose intro has been clicked away and whose main window has loaded.
+unsigned long openMainWindow(RealProgram& program)
+{
+    program.start();
+    // The intro stands in the middle of the screen, above everything, until it is clicked.
+    if (!program.waitForAnyWindow())
+        return 0;
+    QTest::qWait(500);
+    const QRect screen = program.screen();
+    program.clickScreen(screen.center());
+    // The load sequence ends with the status pop-up gone and "Going to:" once more.
+    if (!QTest::qWaitFor([&] {
+            const QStringList captions = program.captions();
+            const qsizetype done = captions.indexOf(kDone);
+            for (qsizetype i = done + 1; done >= 0 && i < captions.size(); ++i)
+                if (captions[i].startsWith(QLatin1String("Glidepath - [Going to: ")))
+                    return true;
+            return false;
+        }, 30000))
+        return 0;
+    return program.waitForWindowLike(kMainTitle);
+}
+
+bool wholeOnScreen(RealProgram& program, unsigned long window)
+{
+    return program.screen().contains(program.frame(window));
+}
+
+} // namespace
+
+class TestProgram : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void firstStartAsksForATheme();
+    void typedAddressAndEnter();
+    void accessPhraseStopsTheBrowser();
+    void resizeFollowsTheOuterSizeThenExit();
+
+private:
+    HttpServer m_server;
+};
+
+void TestProgram::firstStartAsksForATheme()
+{
+    RealProgram program;
+    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    program.start();
+    const unsigned long selector = program.waitForWindow(QStringLiteral("Theme Selector"));
+    QVERIFY(selector);
+    // The message stands above the selector and waits for its OK.
+    const unsigned long message = program.waitForWindow(QStringLiteral("Glidepath"));
+    QVERIFY(message);
+    QVERIFY(wholeOnScreen(program, message));
+    program.activate(message);
+    program.key(QStringLiteral("Return"));
+    QVERIFY(program.waitForGone(message));
+
+    // The directory list opens at the program directory: its second sub-directory is the
+    // Default theme (Art, Default, Midnight, Start). Arrow keys only highlight; Enter opens.
+    program.activate(selector);
+    program.key(QStringLiteral("Down"));
+    program.key(QStringLiteral("Down"));
+    program.key(QStringLiteral("Return"));
+    // Okay: 2640, 4800, 3735 x 375 twips in the selector.
+    program.click(selector, QPoint(int((2640 + 3735 / 2) / kTwipsPerPixel), int((4800 + 375 / 2) / kTwipsPerPixel)));
+
+    QVERIFY(program.waitForCaption(kDone));
+    QVERIFY(program.read(QStringLiteral("ThemeDir.INI")).contains(program.path(QStringLiteral("Default")).toLocal8Bit()));
+    QVERIFY(m_server.paths().contains(QStringLiteral("/titled")));
+    const unsigned long main = program.waitForWindowLike(kMainTitle);
+    QVERIFY(main);
+    QVERIFY(wholeOnScreen(program, main));
+}
+
+void TestProgram::typedAddressAndEnter()
+{
+    RealProgram program;
+    program.useTheme();
+    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+    // One window, made once: the one that showed the first caption is the one still there.
+    QTest::qWait(1000);
+    QCOMPARE(program.waitForWindowLike(kMainTitle), main);
+    QVERIFY(wholeOnScreen(program, main));
+
+    // Into the address box (120, 550 twips below the menu bar), all of it replaced.
+    const int menuBar = program.inner(main).height() - 7095 / int(kTwipsPerPixel);
+    program.click(main, QPoint(40, menuBar + int((550 + 150) / kTwipsPerPixel)));
+    program.key(QStringLiteral("ctrl+a"));
+    const QString typed = m_server.typed(QStringLiteral("/typed-by-hand"));
+    program.type(typed);
+    const int before = m_server.paths().size();
+    program.key(QStringLiteral("Return"));
+    QVERIFY(program.waitForCaption(QStringLiteral("Glidepath - [Going to: ") + typed + QLatin1Char(']')));
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.paths().mid(before), QStringList{"/typed-by-hand"}, 10000);
+}
+
+void TestProgram::accessPhraseStopsTheBrowser()
+{
+    RealProgram program;
+    program.useTheme();
+    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+    const int menuBar = program.inner(main).height() - 7095 / int(kTwipsPerPixel);
+    program.click(main, QPoint(40, menuBar + int((550 + 150) / kTwipsPerPixel)));
+    program.key(QStringLiteral("ctrl+a"));
+    program.type(QStringLiteral("Crane at Dusk"));
+    // The phrase's last letter alone does nothing; the key after it stops the browser, so the
+    // navigation Enter starts for the phrase never reaches a page.
+    const qsizetype from = program.captions().size();
+    program.key(QStringLiteral("Return"));
+    QVERIFY(program.waitForCaption(QStringLiteral("Glidepath - [Going to: Crane at Dusk]")));
+    QTest::qWait(2000);
+    QVERIFY(!program.captions().mid(from).contains(kDone));
+    QVERIFY(program.running());
+}
+
+void TestProgram::resizeFollowsTheOuterSizeThenExit()
+{
+    RealProgram program;
+    program.useTheme();
+    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+
+    // The first layout already counts the frame: the pane ends 255 twips short of the outer
+    // width, and 1900 twips above the outer height.
+    auto expectLayout = [&] {
+        const QRect outer = program.frame(main);
+        const int width = int(outer.width() * kTwipsPerPixel);
+        const int height = int(outer.height() * kTwipsPerPixel);
+        return QTest::qWaitFor([&] {
+            return program.lastSize(QStringLiteral("MainFRM.URLC"), QStringLiteral("width")) == width - 375 &&
+                   program.lastSize(QStringLiteral("MainFRM.BrowserWindow"), QStringLiteral("width")) == width - 375 &&
+                   program.lastSize(QStringLiteral("MainFRM.BrowserWindow"), QStringLiteral("height")) == height - 1900;
+        }, 5000);
+    };
+    QVERIFY(expectLayout());
+    // The designed client area lies below the menu bar.
+    QCOMPARE(program.inner(main).width(), 9975 / int(kTwipsPerPixel));
+    QVERIFY(program.inner(main).height() > 7095 / int(kTwipsPerPixel));
+
+    program.resize(main, QSize(800, 600));
+    QTRY_COMPARE(program.inner(main).size(), QSize(800, 600));
+    QVERIFY(expectLayout());
+
+    // File, then its last entry, Exit: the program ends at once.
+    program.click(main, QPoint(20, 8));
+    program.key(QStringLiteral("Up"));
+    program.key(QStringLiteral("Return"));
+    QVERIFY(program.waitForExit());
+    QCOMPARE(program.exitCode(), 0);
+}
+
+QTEST_GUILESS_MAIN(TestProgram)
+#include "tst_program.moc"
