@@ -1,7 +1,8 @@
 // The main window's load sequence, each stage announced in the status pop-up, and the three
 // ways it ends the program.
 
-#include "shared/fonts.h"
+#include "shared/window_look.h"
+#include "platform/classic_font.h"
 #include "main_window.h"
 
 #include "shared/color.h"
@@ -43,9 +44,7 @@ void say(const QString& text)
 MainFRM::MainFRM() : Form("MainFRM", kClientWidth, kClientHeight, Menu::Bar)
 {
     setCaption(QStringLiteral("Glidepath - [Loading...]"));
-    QFont font(kWindowFont);
-    font.setPointSizeF(8.25);
-    setFont(font);
+    setFont(classicFont(kWindowFont, kFontPoints));
     URLCMirror.setVisible(false);
     MainFBackGroundImage.ZOrder(1);
     wireNavigation();

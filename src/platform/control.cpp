@@ -1,5 +1,6 @@
 #include "control.h"
 
+#include "classic_font.h"
 #include "classic_input.h"
 #include "errors.h"
 #include "runtime.h"
@@ -120,10 +121,7 @@ void Control::applyColors()
 
 void Control::setFont(const QString& name, double points, bool bold)
 {
-    QFont font(name);
-    font.setPointSizeF(points);
-    font.setBold(bold);
-    m_widget->setFont(font);
+    m_widget->setFont(classicFont(name, points, bold));
 }
 
 void Control::ZOrder(int position)
