@@ -8,7 +8,11 @@ last Glidepath still running, the processor time of its whole process tree over 
 with the main window alone and with the browser status window open too, and the resident memory
 (PSS) of the tree, next to the bare view's.
 
+Last, the platform's drawing budgets (bench/drawing): windowless lines and batched window
+drawing, each with its goal.
+
 Usage: python3 bench/run.py [runs]   (after a build; the build directory is ./build)
+       python3 bench/run.py drawing  (the drawing budgets alone)
 """
 import os
 import shutil
@@ -202,7 +206,25 @@ def main():
     print(f"idle CPU, bare view                               {bare_idle:8.2f} % of a core")
     print(f"memory (PSS of the tree): Glidepath {glide_pss / 1024:.1f} MiB, bare view {bare_pss / 1024:.1f} MiB, "
           f"ratio {glide_pss / bare_pss:.3f}  (goal 1.05)")
+    print_drawing()
+
+
+def print_drawing():
+    """The platform's drawing budgets, from bench/drawing on a screen of its own."""
+    work = tempfile.mkdtemp(prefix="glidepath-drawing-")
+    env, session = start_session(work)
+    try:
+        out = subprocess.run([os.path.join(BUILD, "bench", "drawingbench")], env=env, capture_output=True,
+                             text=True, timeout=300).stdout
+        print(out, end="")
+    finally:
+        for p in session:
+            p.kill()
+        shutil.rmtree(work, ignore_errors=True)
 
 
 if __name__ == "__main__":
-    main()
+    if sys.argv[1:] == ["drawing"]:
+        print_drawing()
+    else:
+        main()

@@ -35,8 +35,8 @@ public:
 
     // Makes the design-time element index; args are the element's constructor arguments after
     // the container and the name.
-    template <class... Args>
-    T& add(Container& parent, const char* name, int index, Args&&... args)
+    template <class Parent, class... Args>
+    T& add(Parent& parent, const char* name, int index, Args&&... args)
     {
         std::optional<T>& slot = slotFor(index);
         if (slot)

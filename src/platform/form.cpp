@@ -7,6 +7,8 @@
 #include "runtime.h"
 #include "screen_place.h"
 
+#include <cmath>
+
 #include <QCloseEvent>
 #include <QLoggingCategory>
 #include <QMenuBar>
@@ -349,15 +351,18 @@ void Form::Line(double x1, double y1, double x2, double y2, OleColor color)
 
 void Form::Circle(double x, double y, double radius, OleColor color)
 {
-    const QPointF centre = toSurface(x, y);
-    const double r = toSurface(x + radius, y).x() - centre.x();
+    // On whole pixels, as the classic circle is drawn: Qt then draws it with its fast
+    // midpoint rasteriser instead of stroking a curve.
+    const QPointF exact = toSurface(x, y);
+    const QPoint centre = exact.toPoint();
+    const int r = int(std::lround(toSurface(x + radius, y).x() - exact.x()));
     QPainter& painter = batchPainter();
     painter.setPen(toQColor(color));
-    if (r < 0.5)
+    if (r < 1)
         painter.drawPoint(centre);
     else
-        painter.drawEllipse(centre, r, r);
-    drew(QRectF(centre.x() - r - 1, centre.y() - r - 1, 2 * r + 2, 2 * r + 2).toAlignedRect());
+        painter.drawEllipse(QRect(centre.x() - r, centre.y() - r, 2 * r, 2 * r));
+    drew(QRect(centre.x() - r - 1, centre.y() - r - 1, 2 * r + 3, 2 * r + 3));
 }
 
 // Events ----------------------------------------------------------------------------------

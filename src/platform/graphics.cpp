@@ -81,9 +81,32 @@ void GraphicsLayer::redraw()
         m_picture = QImage(size().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
     m_picture.fill(Qt::transparent);
     QPainter painter(&m_picture);
-    for (const Graphic* g : m_items)
-        if (g->Visible())
+    QVector<QLine> run; // visible lines in a row that share one pen
+    const Graphic* runPen = nullptr;
+    auto flush = [&] {
+        if (!run.isEmpty()) {
+            runPen->paint(painter); // sets the pen (and draws the first again: harmless)
+            painter.drawLines(run);
+            run.clear();
+        }
+    };
+    for (const Graphic* g : m_items) {
+        if (!g->Visible())
+            continue;
+        if (runPen && g->sharesPenWith(*runPen)) {
+            run.append(g->pixelLine());
+            continue;
+        }
+        flush();
+        if (g->sharesPenWith(*g)) {
+            runPen = g;
+            run.append(g->pixelLine());
+        } else {
+            runPen = nullptr;
             g->paint(painter);
+        }
+    }
+    flush();
     m_stale = false;
 }
 
@@ -167,6 +190,11 @@ QRect Graphic::bounds() const
     return QRect(toPixelsX(m_a), toPixelsY(m_b), toPixelsX(m_c), toPixelsY(m_d)).adjusted(-margin, -margin, margin, margin);
 }
 
+QLine Graphic::pixelLine() const
+{
+    return QLine(toPixelsX(m_a), toPixelsY(m_b), toPixelsX(m_c), toPixelsY(m_d));
+}
+
 void Graphic::paint(QPainter& painter) const
 {
     QPen pen(toQColor(m_color), m_width);
@@ -174,7 +202,7 @@ void Graphic::paint(QPainter& painter) const
         // Wide pens end round, as the classic wide lines do, so a doodle's segments join up.
         pen.setCapStyle(Qt::RoundCap);
         painter.setPen(pen);
-        painter.drawLine(QPoint(toPixelsX(m_a), toPixelsY(m_b)), QPoint(toPixelsX(m_c), toPixelsY(m_d)));
+        painter.drawLine(pixelLine());
         return;
     }
     painter.setPen(pen);

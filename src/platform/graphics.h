@@ -14,8 +14,8 @@
 #include <QWidget>
 
 #include <cstdint>
+#include <deque>
 #include <optional>
-#include <vector>
 
 namespace platform {
 
@@ -44,7 +44,7 @@ private:
     void redraw();
 
     Form& m_form;
-    std::vector<Graphic*> m_items; // back to front
+    std::deque<Graphic*> m_items; // back to front; grows without copying or spare room
     QImage m_picture;
     bool m_stale = true;
 };
@@ -65,6 +65,12 @@ public:
     // Where it paints, in pixels of its window's client area.
     QRect bounds() const;
     void paint(class QPainter& painter) const;
+    // Lines drawn one after another with the same pen are drawn in one call.
+    bool sharesPenWith(const Graphic& other) const
+    {
+        return m_kind == Kind::Line && other.m_kind == Kind::Line && m_color == other.m_color && m_width == other.m_width;
+    }
+    QLine pixelLine() const;
 
 protected:
     enum class Kind : std::uint8_t { Line, Rectangle };

@@ -1,0 +1,135 @@
+// The platform's drawing budgets, measured on a real window of a virtual screen:
+//  - windowless lines: 20,000 segments loaded as a doodle loads them (memory per segment, the
+//    time to add one early and late, a full repaint of all of them);
+//  - window drawing: one tick of the idle screen at 1280x1024 (two fans of 500 circles, then
+//    the random-lines effect's 301 message pumps drawing 1,204 lines), in processor time.
+// Prints one line per figure with its goal beside it.
+
+#include "platform/control_array.h"
+#include "platform/form.h"
+#include "platform/graphics.h"
+#include "platform/colors.h"
+#include "platform/runtime.h"
+#include "shared/procedures.h"
+
+#include <QApplication>
+#include <QElapsedTimer>
+#include <QTest>
+
+#include <malloc.h>
+#include <time.h>
+
+#include <cstdio>
+
+using namespace platform;
+
+namespace {
+
+double cpuMs()
+{
+    timespec t{};
+    clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &t);
+    return t.tv_sec * 1e3 + t.tv_nsec / 1e6;
+}
+
+double wallMs()
+{
+    static QElapsedTimer clock = [] { QElapsedTimer t; t.start(); return t; }();
+    return clock.nsecsElapsed() / 1e6;
+}
+
+class Pad : public Form {
+public:
+    Pad(int w, int h) : Form("Pad", w, h) {}
+    ControlArray<platform::Line> Line1; // the class, not the drawing method Form::Line
+};
+
+void lines(int width)
+{
+    constexpr int kSegments = 20000;
+    Pad pad(8445, 6180);
+    pad.Line1.add(pad, "Line1", 0, 0, 0, 0, 0);
+    pad.Line1(0).setVisible(false);
+    pad.Line1(0).setBorderWidth(width);
+    pad.Show();
+    QTest::qWaitForWindowExposed(&pad);
+    // The first segment makes the window's one-off buffers (its layer's picture, the screen's
+    // backing store); what is counted is what each further segment adds.
+    pad.Line1.Load(1).setVisible(true);
+    QTest::qWait(50);
+    malloc_trim(0);
+    const size_t before = mallinfo2().uordblks;
+    double early = 0, late = 0;
+    for (int i = 2; i <= kSegments + 1; ++i) {
+        const double t0 = wallMs();
+        Line& segment = pad.Line1.Load(pad.Line1.UBound() + 1);
+        const int x = (i * 37) % 8000, y = (i * 53) % 6000;
+        segment.setEnds(x, y, x + 150, y + 90);
+        segment.setVisible(true);
+        const double spent = wallMs() - t0;
+        if (i <= 1001)
+            early += spent;
+        if (i > kSegments + 1 - 1000)
+            late += spent;
+        if (i % 500 == 0)
+            QCoreApplication::processEvents(); // the screen keeps up as a person draws
+    }
+    QTest::qWait(50);
+    const size_t after = mallinfo2().uordblks;
+    // A full repaint of the window, all segments shown again (as after being uncovered).
+    double c0 = cpuMs();
+    pad.repaint();
+    const double repaint = cpuMs() - c0;
+    // A change to a segment already drawn: every one of them drawn again, then shown.
+    pad.Line1(1).setBorderColor(0x00FF00);
+    c0 = cpuMs();
+    pad.graphicsLayer().picture();
+    pad.repaint();
+    const double redraw = cpuMs() - c0;
+    std::printf("lines, %d px pen: memory per segment          %8.1f bytes  (goal 64)\n", width, double(after - before) / kSegments);
+    std::printf("lines, %d px pen: adding one, first 1,000     %8.4f ms    (goal 0.1)\n", width, early / 1000);
+    std::printf("lines, %d px pen: adding one, last 1,000      %8.4f ms    (goal 0.1)\n", width, late / 1000);
+    std::printf("lines, %d px pen: full repaint of 20,000      %8.2f ms    (goal 16)\n", width, repaint);
+    std::printf("lines, %d px pen: all 20,000 drawn anew       %8.2f ms    (after a drawn segment changes)\n", width, redraw);
+}
+
+void idleTick()
+{
+    Pad screen(1280 * 15, 1024 * 15);
+    screen.setBorderless();
+    screen.Show();
+    QTest::qWaitForWindowExposed(&screen);
+    double worst = 0, total = 0;
+    constexpr int kTicks = 5;
+    for (int tick = 0; tick < kTicks; ++tick) {
+        const double c0 = cpuMs();
+        // As the idle screen draws a tick: a fan of concentric circles of radius 0 to 500
+        // pixels, the random-lines effect (which clears first), and a second fan.
+        auto fan = [&](int x, int y) {
+            screen.ScalePixels();
+            for (int i = 0; i <= 500; ++i)
+                screen.Circle(x, y, i, RGB(i * 7 % 256, i * 13 % 256, i * 29 % 256));
+        };
+        fan(520 + tick * 20, 510);
+        runHandler([&] { RandomLinesEffect(screen); });
+        fan(700 - tick * 20, 505);
+        QTest::qWait(20); // the frame's flush and paint
+        const double spent = cpuMs() - c0 - 0; // processor time: the wait itself costs none
+        worst = std::max(worst, spent);
+        total += spent;
+    }
+    std::printf("drawing: idle-screen tick at 1280x1024 %6.1f ms of processor time, worst %.1f  (goal 16)\n",
+                total / kTicks, worst);
+}
+
+} // namespace
+
+int main(int argc, char* argv[])
+{
+    QApplication app(argc, argv);
+    Runtime runtime;
+    lines(1);
+    lines(3);
+    idleTick();
+    return 0;
+}
