@@ -4,12 +4,13 @@
 #include "platform/control_array.h"
 #include "platform/controls.h"
 #include "platform/form.h"
+#include "platform/graphics.h"
 #include "platform/runtime.h"
 #include "platform/timer.h"
 #include "support/input.h"
 #include "support/test_runtime.h"
 
-#include <QLineEdit>
+#include <QElapsedTimer>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QTest>
@@ -50,6 +51,30 @@ protected:
     void Form_Click() override { ++g_clicks; }
 };
 
+// A window of control arrays of several kinds, and of the window's own mouse events.
+class Arrays : public Form {
+public:
+    Arrays() : Form("Arrays", 4800, 3600)
+    {
+        for (int i = 0; i < 3; ++i)
+            Keys.add(*this, "Keys", i, TwipsRect{120 + i * 600, 120, 495, 375}, QString::number(i));
+        for (int i = 0; i < 2; ++i)
+            Pics.add(*this, "Pics", i, TwipsRect{120 + i * 900, 720, 750, 750}, Image::Fit::Stretch);
+        Lines.add(*this, "Lines", 0, 0, 0, 0, 0);
+    }
+    ControlArray<CommandButton> Keys;
+    ControlArray<Image> Pics;
+    ControlArray<platform::Line> Lines;
+    QStringList events;
+
+protected:
+    void Form_MouseDown(int button, int, double x, double y) override { events << QStringLiteral("down %1 %2 %3").arg(button).arg(x).arg(y); }
+    void Form_MouseMove(int button, int, double x, double y) override { events << QStringLiteral("move %1 %2 %3").arg(button).arg(x).arg(y); }
+    void Form_MouseUp(int button, int, double x, double y) override { events << QStringLiteral("up %1 %2 %3").arg(button).arg(x).arg(y); }
+    void Form_Click() override { events << QStringLiteral("click"); }
+    void Form_DblClick() override { events << QStringLiteral("dblclick"); }
+};
+
 class Failing : public Form {
 public:
     Failing() : Form("Failing", 1500, 1500) {}
@@ -81,6 +106,10 @@ private Q_SLOTS:
     void windowOuterSize();
     void drawingInAUserScale();
     void controlArrayClickReceivesIndex();
+    void controlArraysOfEveryKindPassTheIndex();
+    void windowlessLinesLoadAndUnload();
+    void windowMouseEventsInTheWindowsScale();
+    void drawingReachesTheScreenOncePerFrame();
     void keyPressSeesTextBeforeTheKey();
     void clickOnALabelIsNotAWindowClick();
 };
@@ -336,6 +365,121 @@ void TestForms::controlArrayClickReceivesIndex()
     input::click(sample.Info(2));
     input::click(sample.Info(0));
     QCOMPARE(clicked, (QList<int>{2, 0}));
+}
+
+void TestForms::controlArraysOfEveryKindPassTheIndex()
+{
+    TestRuntime t;
+    Arrays& w = form<Arrays>();
+    QStringList seen;
+    w.Keys.onClick([&](int i) { seen << QStringLiteral("click %1").arg(i); });
+    w.Keys.onKeyPress([&](int i, std::int16_t& key) { seen << QStringLiteral("key %1 %2").arg(i).arg(QChar(key)); });
+    w.Pics.onMouseDown([&](int i, int button, int, double, double) { seen << QStringLiteral("down %1 %2").arg(i).arg(button); });
+    w.Pics.onMouseUp([&](int i, int button, int, double, double) { seen << QStringLiteral("up %1 %2").arg(i).arg(button); });
+    w.Pics.onClick([&](int i) { seen << QStringLiteral("pic %1").arg(i); });
+    w.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    input::click(w.Keys(1));
+    input::type(w.Keys(2), QStringLiteral("a"));
+    input::click(w.Pics(1), Qt::RightButton);
+    QCOMPARE(seen, (QStringList{"click 1", "key 2 a", "down 1 2", "up 1 2", "pic 1"}));
+    QCOMPARE(w.events, QStringList{}); // none of it reached the window
+
+    OnErrorResumeNext next;
+    next([&] { w.Keys(3); });
+    QCOMPARE(next.Err(), int(ErrNoSuchElement));
+    next([&] { w.Keys.add(w, "Keys", 1, TwipsRect{}, QString()); });
+    QCOMPARE(next.Err(), int(ErrObjectAlreadyLoaded));
+}
+
+void TestForms::windowlessLinesLoadAndUnload()
+{
+    TestRuntime t;
+    Arrays& w = form<Arrays>();
+    platform::Line& pen = w.Lines(0);
+    pen.setBorderColor(RGB(255, 0, 0));
+    pen.setBorderWidth(3);
+    pen.setVisible(false);
+    // Loaded elements copy the lowest one and stay hidden until shown.
+    platform::Line& a = w.Lines.Load(w.Lines.UBound() + 1);
+    QCOMPARE(w.Lines.UBound(), 1);
+    QCOMPARE(a.BorderColor(), RGB(255, 0, 0));
+    QCOMPARE(a.BorderWidth(), 3);
+    QVERIFY(!a.Visible());
+    a.setEnds(150, 1500, 3000, 1500); // 10..200 px along y = 100 px
+    a.setVisible(true);
+    pen.setBorderColor(RGB(0, 0, 255)); // later segments only
+    platform::Line& b = w.Lines.Load(2);
+    b.setEnds(150, 2250, 3000, 2250);
+    b.setVisible(true);
+    const QImage& drawn = w.graphicsLayer().picture();
+    QCOMPARE(drawn.pixelColor(100, 100), QColor(255, 0, 0));
+    QCOMPARE(drawn.pixelColor(100, 150), QColor(0, 0, 255));
+    QCOMPARE(w.graphicsLayer().count(), 3);
+
+    w.Lines.Unload(1);
+    QCOMPARE(w.graphicsLayer().count(), 2);
+    QCOMPARE(w.graphicsLayer().picture().pixelColor(100, 100).alpha(), 0);
+    OnErrorResumeNext next;
+    next([&] { w.Lines.Load(2); });
+    QCOMPARE(next.Err(), int(ErrObjectAlreadyLoaded));
+    next([&] { w.Lines.Unload(1); });
+    QCOMPARE(next.Err(), int(ErrNoSuchElement));
+    QCOMPARE(w.Lines.UBound(), 2);
+    QCOMPARE(w.Lines.Count(), 2);
+}
+
+void TestForms::windowMouseEventsInTheWindowsScale()
+{
+    TestRuntime t;
+    Arrays& w = form<Arrays>();
+    w.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    input::press(w, QPoint(200, 100));
+    input::move(w, QPoint(210, 110)); // the button is still held
+    input::release(w, QPoint(210, 110));
+    input::move(w, QPoint(220, 120)); // none held now
+    // The pointer arrives before it presses, as a real one does.
+    QCOMPARE(w.events, (QStringList{"move 0 3000 1500", "down 1 3000 1500", "move 1 3150 1650", "up 1 3150 1650",
+                                    "click", "move 0 3300 1800"}));
+
+    w.events.clear();
+    w.Scale(0, 0, 100, 100);
+    input::doubleClick(w, QPoint(w.width() / 2, w.height() / 2));
+    QVERIFY(w.events.contains(QStringLiteral("dblclick")));
+    QVERIFY(w.events.contains(QStringLiteral("down 1 50 50")));
+    QCOMPARE(w.events.count(QStringLiteral("click")), 1); // the second press is the double-click's
+}
+
+void TestForms::drawingReachesTheScreenOncePerFrame()
+{
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    sample.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    int paints = 0;
+    struct Counter : QObject {
+        int* n;
+        bool eventFilter(QObject*, QEvent* e) override
+        {
+            if (e->type() == QEvent::Paint)
+                ++*n;
+            return false;
+        }
+    } counter;
+    counter.n = &paints;
+    sample.installEventFilter(&counter);
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < 400; ++i) {
+        sample.Line(0, i * 5, 4000, i * 5, RGB(i % 256, 0, 0));
+        QCoreApplication::processEvents(); // a pump after every line, as the effects do
+    }
+    QTest::qWait(40);
+    const qint64 frames = clock.elapsed() / 16 + 2;
+    QVERIFY2(paints <= frames, qPrintable(QStringLiteral("%1 paints in %2 frames").arg(paints).arg(frames)));
+    QVERIFY(paints >= 1);
+    QCOMPARE(sample.surface().pixelColor(10, toPixelsY(5 * 399)), QColor(399 % 256, 0, 0));
 }
 
 void TestForms::keyPressSeesTextBeforeTheKey()
