@@ -1,5 +1,6 @@
 // The menu entries wired so far; the others arrive with the windows they open.
 
+#include "shared/window_look.h"
 #include "main_window.h"
 
 #include "companions/browser_status.h"
@@ -21,12 +22,12 @@ void MainFRM::EditHomePageMNU_Click()
 {
     // Errors: none trapped.
     form<HomePageFRM>().Show();
-    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    PlayOpenSound();
 }
 
 void MainFRM::BrowserStatusMNU_Click()
 {
     // Errors: none trapped.
     form<BrowserStatusFRM>().Show();
-    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    PlayOpenSound();
 }

@@ -1,4 +1,6 @@
 // The six themed buttons with their pressed and released bitmaps, the address box's Enter
+
+#include "shared/window_look.h"
 // and access phrase, and Copy URL.
 
 #include "main_window.h"
@@ -50,7 +52,7 @@ void MainFRM::Back_Click()
 {
     // Errors: ignored statement by statement.
     OnErrorResumeNext next;
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
     next([&] { BrowserWindow.GoBack(); });
 }
 
@@ -58,7 +60,7 @@ void MainFRM::ForwardF_Click()
 {
     // Errors: ignored statement by statement.
     OnErrorResumeNext next;
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
     next([&] { BrowserWindow.GoForward(); });
 }
 
@@ -68,14 +70,14 @@ void MainFRM::Go_Click()
     OnErrorResumeNext next;
     next([&] { BrowserWindow.Navigate(URLC.Text()); });
     next([&] { setCaption("Glidepath - [Going to: " + URLC.Text() + "]"); });
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
 }
 
 void MainFRM::Home_Click()
 {
     // Errors: none trapped.
     BrowserWindow.Navigate(form<HomePageFRM>().Data.Text());
-    PlayWave(ThemeDir() + "/Click.WAV");
+    PlayClickSound();
 }
 
 void MainFRM::RefreshR_Click()
@@ -83,7 +85,7 @@ void MainFRM::RefreshR_Click()
     // Errors: ignored statement by statement.
     OnErrorResumeNext next;
     next([&] { BrowserWindow.Refresh(); });
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
 }
 
 void MainFRM::StopS_Click()
@@ -91,7 +93,7 @@ void MainFRM::StopS_Click()
     // Errors: ignored statement by statement.
     OnErrorResumeNext next;
     next([&] { BrowserWindow.Stop(); });
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
 }
 
 void MainFRM::URLC_KeyPress(std::int16_t& keyAscii)
