@@ -221,6 +221,12 @@ void RealProgram::clickScreen(QPoint at, int button)
     xdo({"click", QString::number(button)});
 }
 
+void RealProgram::doubleClickScreen(QPoint at)
+{
+    xdo({"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())});
+    xdo({"click", "--repeat", "2", "--delay", "80", "1"});
+}
+
 void RealProgram::activate(unsigned long window)
 {
     xdo({"windowactivate", "--sync", QString::number(window)});

@@ -53,6 +53,7 @@ public:
     // The person's hands.
     void click(unsigned long window, QPoint inside, int button = 1); // a point of the inner area
     void clickScreen(QPoint at, int button = 1);
+    void doubleClickScreen(QPoint at);
     void activate(unsigned long window);
     void key(const QString& keys);   // xdotool key names: "Return", "ctrl+a"
     void type(const QString& text);

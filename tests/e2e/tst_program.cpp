@@ -161,6 +161,13 @@ void TestProgram::resizeFollowsTheOuterSizeThenExit()
     QTRY_COMPARE(program.inner(main).size(), QSize(800, 600));
     QVERIFY(expectLayout());
 
+    // Maximised by a double-click on its title bar: the layout follows the frame it has then.
+    const QRect before = program.frame(main);
+    program.doubleClickScreen(QPoint(before.center().x(), before.top() + (program.inner(main).top() - before.top()) / 2));
+    QTRY_VERIFY(program.inner(main).width() > before.width());
+    QTest::qWait(300);
+    QVERIFY(expectLayout());
+
     // File, then its last entry, Exit: the program ends at once.
     program.click(main, QPoint(20, 8));
     program.key(QStringLiteral("Up"));

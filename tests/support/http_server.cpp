@@ -96,7 +96,7 @@ void HttpServer::handle(QTcpSocket* socket)
     else if (path == "/file.bin")
         reply(socket, 200, QByteArray(100000, 'g'), "Content-Disposition: attachment; filename=\"file.bin\"\r\n");
     else if (path == "/popup")
-        reply(socket, 200, page("Opener", "<script>window.open('/titled', 'child', 'width=300,height=200');</script>"));
+        reply(socket, 200, page("Opener", "<script>window.open('/titled', 'child', 'width=300,height=200,left=-40,top=-60');</script>"));
     else
         reply(socket, 404, page("Not Found", "<p>No such page.</p>"));
 }
