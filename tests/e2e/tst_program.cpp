@@ -37,6 +37,22 @@ unsigned long openMainWindow(RealProgram& program)
     return program.waitForWindowLike(kMainTitle);
 }
 
+// The program with the Default theme and a loopback page as its home page.
+void prepare(RealProgram& program, const HttpServer& server)
+{
+    program.useTheme();
+    program.write(QStringLiteral("HomePage.TXT"), server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+}
+
+// A click into the main window's address box (120, 550 twips below the menu bar), then all
+// of its text selected, so that what is typed next replaces it.
+void intoAddressBox(RealProgram& program, unsigned long main)
+{
+    const int menuBar = program.inner(main).height() - 7095 / int(kTwipsPerPixel);
+    program.click(main, QPoint(40, menuBar + int((550 + 150) / kTwipsPerPixel)));
+    program.key(QStringLiteral("ctrl+a"));
+}
+
 bool wholeOnScreen(RealProgram& program, unsigned long window)
 {
     return program.screen().contains(program.frame(window));
@@ -90,8 +106,7 @@ void TestProgram::firstStartAsksForATheme()
 void TestProgram::typedAddressAndEnter()
 {
     RealProgram program;
-    program.useTheme();
-    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    prepare(program, m_server);
     const unsigned long main = openMainWindow(program);
     QVERIFY(main);
     // One window, made once: the one that showed the first caption is the one still there.
@@ -99,10 +114,7 @@ void TestProgram::typedAddressAndEnter()
     QCOMPARE(program.waitForWindowLike(kMainTitle), main);
     QVERIFY(wholeOnScreen(program, main));
 
-    // Into the address box (120, 550 twips below the menu bar), all of it replaced.
-    const int menuBar = program.inner(main).height() - 7095 / int(kTwipsPerPixel);
-    program.click(main, QPoint(40, menuBar + int((550 + 150) / kTwipsPerPixel)));
-    program.key(QStringLiteral("ctrl+a"));
+    intoAddressBox(program, main);
     const QString typed = m_server.typed(QStringLiteral("/typed-by-hand"));
     program.type(typed);
     const int before = m_server.paths().size();
@@ -114,13 +126,10 @@ void TestProgram::typedAddressAndEnter()
 void TestProgram::accessPhraseStopsTheBrowser()
 {
     RealProgram program;
-    program.useTheme();
-    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    prepare(program, m_server);
     const unsigned long main = openMainWindow(program);
     QVERIFY(main);
-    const int menuBar = program.inner(main).height() - 7095 / int(kTwipsPerPixel);
-    program.click(main, QPoint(40, menuBar + int((550 + 150) / kTwipsPerPixel)));
-    program.key(QStringLiteral("ctrl+a"));
+    intoAddressBox(program, main);
     program.type(QStringLiteral("Crane at Dusk"));
     // The phrase's last letter alone does nothing; the key after it stops the browser, so the
     // navigation Enter starts for the phrase never reaches a page.
@@ -135,8 +144,7 @@ void TestProgram::accessPhraseStopsTheBrowser()
 void TestProgram::resizeFollowsTheOuterSizeThenExit()
 {
     RealProgram program;
-    program.useTheme();
-    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    prepare(program, m_server);
     const unsigned long main = openMainWindow(program);
     QVERIFY(main);
 
