@@ -210,13 +210,14 @@ def main():
 
 
 def print_drawing():
-    """The platform's drawing budgets, from bench/drawing on a screen of its own."""
+    """The platform's drawing and text budgets, from bench/drawing and bench/richtext."""
     work = tempfile.mkdtemp(prefix="glidepath-drawing-")
     env, session = start_session(work)
     try:
-        out = subprocess.run([os.path.join(BUILD, "bench", "drawingbench")], env=env, capture_output=True,
-                             text=True, timeout=300).stdout
-        print(out, end="")
+        for bench in ("drawingbench", "richtextbench"):
+            out = subprocess.run([os.path.join(BUILD, "bench", bench)], env=env, capture_output=True,
+                                 text=True, timeout=300).stdout
+            print(out, end="")
     finally:
         for p in session:
             p.kill()

@@ -112,6 +112,9 @@ public:
     // Menus.
     void EditHomePageMNU_Click();
     void BrowserStatusMNU_Click();
+    // Menus: HTML tools.
+    void HTMLEditorMNU_Click();
+    void HTMLViewerMNU_Click();
 
 protected:
     void Form_Load() override;

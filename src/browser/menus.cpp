@@ -16,6 +16,8 @@ void MainFRM::wireMenus()
     ExitMNU.onClick([this] { ExitMNU_Click(); });
     EditHomePageMNU.onClick([this] { EditHomePageMNU_Click(); });
     BrowserStatusMNU.onClick([this] { BrowserStatusMNU_Click(); });
+    HTMLEditorMNU.onClick([this] { HTMLEditorMNU_Click(); });
+    HTMLViewerMNU.onClick([this] { HTMLViewerMNU_Click(); });
 }
 
 void MainFRM::EditHomePageMNU_Click()

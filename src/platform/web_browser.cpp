@@ -3,6 +3,7 @@
 #include "common_dialog.h"
 #include "errors.h"
 #include "dialogs.h"
+#include "paths.h"
 #include "runtime.h"
 #include "screen_place.h"
 
@@ -112,16 +113,13 @@ public:
 
 void handleDownload(QWebEngineDownloadRequest* download)
 {
-    CommonDialog dialog;
-    dialog.DialogTitle = QStringLiteral("Save As");
-    dialog.InitDir = download->downloadDirectory();
-    dialog.FileName = download->downloadFileName();
-    dialog.ShowSave();
-    if (dialog.FileName.isEmpty()) {
+    const QString chosen = Runtime::current().dialogs().file(
+        {true, QStringLiteral("Save As"), QString(), download->downloadDirectory(), download->downloadFileName()});
+    if (chosen.isEmpty()) {
         download->cancel();
         return;
     }
-    const QFileInfo target(dialog.FileName);
+    const QFileInfo target(chosen);
     download->setDownloadDirectory(target.absolutePath());
     download->setDownloadFileName(target.fileName());
     download->accept();
@@ -232,7 +230,9 @@ QWebEngineView* WebBrowser::view() const
 
 QUrl WebBrowser::interpret(const QString& typed)
 {
-    const QString text = typed.trimmed();
+    QString text = typed.trimmed();
+    if (!text.contains(QLatin1String("://")))
+        text = nativePath(text); // a path may use either slash
     if (text.isEmpty())
         return QUrl(QStringLiteral("about:blank"));
     if (text.startsWith(QLatin1Char('/')) || text.startsWith(QLatin1String("~/")) || text.startsWith(QLatin1String("./"))) {
