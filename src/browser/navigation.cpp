@@ -26,26 +26,14 @@ void MainFRM::wireNavigation()
     Home.onClick([this] { Home_Click(); });
     RefreshR.onClick([this] { RefreshR_Click(); });
     StopS.onClick([this] { StopS_Click(); });
-    wireButtonLook(Back, QStringLiteral("Back"));
-    wireButtonLook(ForwardF, QStringLiteral("Forward"));
-    wireButtonLook(Go, QStringLiteral("Go"));
-    wireButtonLook(Home, QStringLiteral("Home"));
-    wireButtonLook(RefreshR, QStringLiteral("Refresh"));
-    wireButtonLook(StopS, QStringLiteral("Stop"));
+    UseThemedButtonLook(Back, QStringLiteral("Back"));
+    UseThemedButtonLook(ForwardF, QStringLiteral("Forward"));
+    UseThemedButtonLook(Go, QStringLiteral("Go"));
+    UseThemedButtonLook(Home, QStringLiteral("Home"));
+    UseThemedButtonLook(RefreshR, QStringLiteral("Refresh"));
+    UseThemedButtonLook(StopS, QStringLiteral("Stop"));
     URLC.onKeyPress([this](std::int16_t& key) { URLC_KeyPress(key); });
     CopyURL.onClick([this] { CopyURL_Click(); });
-}
-
-void MainFRM::wireButtonLook(Image& button, const QString& name)
-{
-    // Errors: none trapped (a missing pressed bitmap is a run-time error).
-    button.setAccessibleName(name);
-    button.onMouseDown([&button, name](int, int, double, double) {
-        button.setPicture(LoadPicture(ThemeDir() + "/" + name + "DOWN.BMP"));
-    });
-    button.onMouseUp([&button, name](int, int, double, double) {
-        button.setPicture(LoadPicture(ThemeDir() + "/" + name + "UP.BMP"));
-    });
 }
 
 void MainFRM::Back_Click()
