@@ -214,7 +214,7 @@ def print_drawing():
     work = tempfile.mkdtemp(prefix="glidepath-drawing-")
     env, session = start_session(work)
     try:
-        for bench in ("drawingbench", "richtextbench"):
+        for bench in ("drawingbench", "richtextbench", "idlebench"):
             out = subprocess.run([os.path.join(BUILD, "bench", bench)], env=env, capture_output=True,
                                  text=True, timeout=300).stdout
             print(out, end="")

@@ -21,9 +21,9 @@ public:
 
     // How often a new frame of the animation is drawn: each costs about a display frame of
     // processor time (a thousand circles and 1,204 lines over the whole screen), so at the
-    // platform's 16 ms floor the screen would take a whole core. Eight frames a second keep
-    // the fans blooming, and cost an eighth of that.
-    static constexpr int kFramePaceMs = 125;
+    // platform's 16 ms floor the screen would take a whole core. Six or seven frames a second
+    // keep the fans blooming, for about a fifth of a core.
+    static constexpr int kFramePaceMs = 150;
 
 protected:
     void Form_Load() override;

@@ -219,6 +219,7 @@ WebBrowser::WebBrowser(Container& parent, const char* name, TwipsRect rect)
     connect(v, &QWebEngineView::loadFinished, this, &WebBrowser::handleLoadFinished);
     connect(v->page(), &QWebEnginePage::linkHovered, this, &WebBrowser::raiseStatus);
     connect(v, &QWebEngineView::printFinished, this, &WebBrowser::printed);
+    connect(v, &QWebEngineView::pdfPrintingFinished, this, [this](const QString&, bool ok) { Q_EMIT printed(ok); });
     // The engine's drawing surface must exist before the window is first made: added to a
     // window that is already on the screen, it makes Qt re-create that window, which then
     // appears twice (and, under a window manager, somewhere else). Starting the page without
@@ -301,7 +302,12 @@ void WebBrowser::print(bool prompt)
         m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
     if (prompt && !Runtime::current().dialogs().print(*m_printer))
         return; // cancelled: nothing printed
-    view()->print(m_printer.get());
+    // Printed to a file, the page goes out as the engine's own PDF, its text kept as text; to a
+    // printer, as the pages the engine lays out for it.
+    if (m_printer->outputFormat() == QPrinter::PdfFormat && !m_printer->outputFileName().isEmpty())
+        view()->printToPdf(m_printer->outputFileName(), m_printer->pageLayout(), m_printer->pageRanges());
+    else
+        view()->print(m_printer.get());
 }
 
 QWebEngineView* WebBrowser::view() const
