@@ -32,6 +32,9 @@ struct PageObject {
 
 void MainFRM::wireMenus()
 {
+    // The name chosen last is offered again, but a cancelled dialog names no file: otherwise a
+    // Save Page cancelled after an Open Page would empty the page that was opened.
+    CD.Cancel = CommonDialog::OnCancel::EmptyName;
     FavoritePlacesMNU.onClick([this] { FavoritePlacesMNU_Click(); });
     EditHomePageMNU.onClick([this] { EditHomePageMNU_Click(); });
     OpenPageMNU.onClick([this] { OpenPageMNU_Click(); });

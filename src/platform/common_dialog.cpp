@@ -25,10 +25,10 @@ void CommonDialog::ShowSave() { show(true); }
 void CommonDialog::show(bool save)
 {
     const FileDialogRequest request{save, DialogTitle, Filter, InitDir, FileName};
-    // A cancelled dialog leaves the name as it was: empty until a file has been chosen, the
-    // last choice after that.
+    // A cancelled dialog leaves the name as it was (empty until a file has been chosen, the
+    // last choice after that), or empties it where the owner asked for that.
     const QString chosen = Runtime::current().dialogs().file(request);
-    if (!chosen.isEmpty())
+    if (!chosen.isEmpty() || Cancel == OnCancel::EmptyName)
         FileName = chosen;
 }
 

@@ -13,8 +13,12 @@ public:
     QString Filter;
     QString InitDir;
     QString DialogTitle;
-    QString FileName; // the chosen file; a cancel leaves it as it was
+    QString FileName; // the chosen file; a cancel leaves it as it was, unless told otherwise
     int Flags = 0;
+    // What a cancelled dialog does to FileName. Either way the name is offered again by the
+    // next dialog until a cancel empties it.
+    enum class OnCancel { KeepName, EmptyName };
+    OnCancel Cancel = OnCancel::KeepName;
 
     void ShowOpen();
     void ShowSave();
