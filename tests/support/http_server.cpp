@@ -97,6 +97,10 @@ void HttpServer::handle(QTcpSocket* socket)
         reply(socket, 401, page("Unauthorized", ""), "WWW-Authenticate: Basic realm=\"Glidepath Test\"\r\n");
     else if (path == "/file.bin")
         reply(socket, 200, QByteArray(100000, 'g'), "Content-Disposition: attachment; filename=\"file.bin\"\r\n");
+    else if (path == "/dated")
+        reply(socket, 200, page("Dated Page", "<p>A page with the server's dates.</p>"),
+              "Last-Modified: Wed, 21 Oct 2015 07:28:00 GMT\r\nDate: Mon, 02 Nov 2026 10:00:00 GMT\r\n"
+              "Expires: Tue, 03 Nov 2026 10:00:00 GMT\r\n");
     else if (path == "/empty")
         reply(socket, 200, QByteArray());
     else if (path == "/popup")

@@ -2,7 +2,7 @@
 // A small HTTP server on 127.0.0.1 for the end-to-end tests, with pages that have a title or
 // none, a redirect, a slow page that arrives in pieces over time, a page that opens a pop-up,
 // a page behind a log-in (user "user", password "secret"), a download, a page with an empty
-// body, and a 404 for everything else.
+// body, a page whose server gives its dates, and a 404 for everything else.
 
 #include <QTcpServer>
 #include <QStringList>
