@@ -2,7 +2,6 @@
 
 #include <QCheckBox>
 #include <QEvent>
-#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -32,7 +31,7 @@ FindBar::FindBar(QWebEngineView* view) : QWidget(view), m_view(view)
         layout->addWidget(w);
     layout->setStretch(0, 1);
     connect(m_text, &QLineEdit::textChanged, this, [this] { find(false); });
-    connect(m_text, &QLineEdit::returnPressed, this, [this] { find(QGuiApplication::keyboardModifiers() & Qt::ShiftModifier); });
+    m_text->installEventFilter(this); // Enter finds the next match, Shift+Enter the one before
     connect(next, &QPushButton::clicked, this, [this] { find(false); });
     connect(previous, &QPushButton::clicked, this, [this] { find(true); });
     connect(m_matchCase, &QCheckBox::toggled, this, [this] { find(false); });
@@ -97,6 +96,13 @@ void FindBar::keyPressEvent(QKeyEvent* event)
 
 bool FindBar::eventFilter(QObject* watched, QEvent* event)
 {
+    if (watched == m_text && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) {
+            find(key->modifiers() & Qt::ShiftModifier);
+            return true;
+        }
+    }
     if (watched == m_view && event->type() == QEvent::Resize && isVisible())
         place();
     return false;

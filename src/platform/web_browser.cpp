@@ -15,6 +15,7 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
+#include <QPointer>
 #include <QProgressBar>
 #include <QScreen>
 #include <QVBoxLayout>
@@ -23,6 +24,7 @@
 #include <QWebEngineDownloadRequest>
 #include <QWebEngineHistory>
 #include <QWebEnginePage>
+#include <QWebEngineScript>
 #include <QWebEngineProfile>
 #include <QWebEngineView>
 
@@ -277,10 +279,10 @@ void WebBrowser::ExecWB(int command, int option, const QVariant& in, QVariant* o
     case OLECMDID_COPY:
         if (!view()->hasSelection())
             refused();
-        view()->page()->triggerAction(QWebEnginePage::Copy);
+        editAction(QWebEnginePage::Copy);
         break;
     case OLECMDID_SELECTALL:
-        view()->page()->triggerAction(QWebEnginePage::SelectAll);
+        editAction(QWebEnginePage::SelectAll);
         break;
     case OLECMDID_ZOOM: {
         const int level = in.toInt();
@@ -294,6 +296,19 @@ void WebBrowser::ExecWB(int command, int option, const QVariant& in, QVariant* o
     default:
         refused();
     }
+}
+
+void WebBrowser::editAction(int webAction)
+{
+    const auto action = QWebEnginePage::WebAction(webAction);
+    // The engine's edit actions work on the page's focused frame, and a page nobody has clicked
+    // into has none: the page focuses its frame first, and the action follows once it has.
+    const QPointer<QWebEnginePage> page = view()->page();
+    page->runJavaScript(QStringLiteral("window.focus()"), QWebEngineScript::ApplicationWorld,
+                        [page, action](const QVariant&) {
+                            if (page)
+                                page->triggerAction(action);
+                        });
 }
 
 void WebBrowser::print(bool prompt)

@@ -93,6 +93,7 @@ private:
 
     bool eventFilter(QObject* watched, QEvent* event) override;
     void print(bool prompt);
+    void editAction(int action); // a QWebEnginePage::WebAction
 
     std::unique_ptr<QPrinter> m_printer; // kept, so that page set-up and the last print carry over
     FindBar* m_findBar = nullptr;
