@@ -6,6 +6,7 @@
 #include "support/http_server.h"
 
 #include <QFileInfo>
+#include <QProcess>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -97,6 +98,8 @@ private Q_SLOTS:
     void openPageShowsALocalFile();
     void favouritesSurviveARestart();
     void goIdleAndClickBack();
+    void printSetUpThenPrintToAPdfFile();
+    void driveExplorerFollowsItsWindow();
     void sourceViewerFetchesAtOnceThenEditorAndPreview();
 
 private:
@@ -287,6 +290,73 @@ void TestProgram::goIdleAndClickBack()
     program.clickScreen(program.inner(idle).center());
     QVERIFY(program.waitForGone(idle));
     QCOMPARE(program.waitForWindowLike(kMainTitle), main);
+}
+
+void TestProgram::printSetUpThenPrintToAPdfFile()
+{
+    RealProgram program;
+    prepare(program, m_server);
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+    // File, Printer (after Favorite Places, Edit Home Page and Page), Print Setup.
+    chooseFromMenu(program, main, 0, {"Down", "Down", "Down", "Right", "Down", "Return"});
+    const unsigned long setUp = program.waitForWindow(QStringLiteral("Page Setup"));
+    QVERIFY(setUp);
+    QVERIFY(wholeOnScreen(program, setUp));
+    // The paper size box has the keyboard: "l" picks Ledger, 17 by 11 inches; Enter is OK.
+    program.key(QStringLiteral("l"));
+    program.key(QStringLiteral("Return"));
+    QVERIFY(program.waitForGone(setUp));
+
+    // File, Printer, Print: the print dialog, its output file typed (Alt+F), Enter prints.
+    chooseFromMenu(program, main, 0, {"Down", "Down", "Down", "Right", "Return"});
+    const unsigned long print = program.waitForWindow(QStringLiteral("Print"));
+    QVERIFY(print);
+    QVERIFY(wholeOnScreen(program, print));
+    program.activate(print);
+    const QString pdf = program.path(QStringLiteral("page.pdf"));
+    program.key(QStringLiteral("alt+f"));
+    program.key(QStringLiteral("ctrl+a"));
+    program.type(pdf);
+    program.key(QStringLiteral("Return"));
+
+    // The page as the engine lays it out for print, its text kept, on the paper set up before.
+    auto poppler = [](const QString& tool, const QString& file) {
+        QProcess p;
+        p.start(tool, tool == QLatin1String("pdftotext") ? QStringList{file, QStringLiteral("-")} : QStringList{file});
+        p.waitForFinished(20000);
+        return QString::fromUtf8(p.readAllStandardOutput());
+    };
+    QTRY_VERIFY_WITH_TIMEOUT(poppler(QStringLiteral("pdftotext"), pdf).contains(QLatin1String("A page with a title.")), 30000);
+    QVERIFY2(poppler(QStringLiteral("pdfinfo"), pdf).contains(QLatin1String("1224 x 792 pts")),
+             qPrintable(poppler(QStringLiteral("pdfinfo"), pdf)));
+    QVERIFY(program.running());
+}
+
+void TestProgram::driveExplorerFollowsItsWindow()
+{
+    RealProgram program;
+    prepare(program, m_server);
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+    chooseFromMenu(program, main, 4, {"Down", "Return"}); // Tools, Drive Explorer
+    const unsigned long explorer = program.waitForWindow(QStringLiteral("Drive Explorer"));
+    QVERIFY(explorer);
+    QVERIFY(wholeOnScreen(program, explorer));
+    // Resized by the window manager: the pane and the drive list follow the outer size, the
+    // pane below the list (315 twips high).
+    for (const QSize inner : {QSize(700, 500), QSize(420, 300)}) {
+        program.resize(explorer, inner);
+        QTRY_COMPARE(program.inner(explorer).size(), inner);
+        const QRect outer = program.frame(explorer);
+        const int width = int(outer.width() * kTwipsPerPixel);
+        const int height = int(outer.height() * kTwipsPerPixel);
+        QTRY_COMPARE(program.lastSize(QStringLiteral("DriveExplorerFRM.DriveExplorerWindow"), QStringLiteral("width")), width - 130);
+        QTRY_COMPARE(program.lastSize(QStringLiteral("DriveExplorerFRM.DriveOne"), QStringLiteral("width")), width - 130);
+        QTRY_COMPARE(program.lastSize(QStringLiteral("DriveExplorerFRM.DriveExplorerWindow"), QStringLiteral("height")),
+                     height - 315 - 520);
+    }
+    QVERIFY(program.running());
 }
 
 void TestProgram::sourceViewerFetchesAtOnceThenEditorAndPreview()
