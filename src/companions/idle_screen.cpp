@@ -27,7 +27,7 @@ IdleFRM::IdleFRM() : Form("IdleFRM", kClientWidth, kClientHeight)
     TimeLBL.setBackColor(vbButtonText);
     TimeLBL.setForeColor(vbWhite);
     UseWindowFont({&TimeLBL}, kTimeFontPoints);
-    SS.setPace(kFramePaceMs);
+    SS.setPace(kHiddenPaceMs); // made hidden
     TimeL.onTimer([this] { TimeL_Timer(); });
     SS.onTimer([this] { SS_Timer(); });
 }
@@ -74,6 +74,18 @@ void IdleFRM::Form_Click()
     PlayClickSound();
     Hide();
     form<MainFRM>().Show();
+}
+
+void IdleFRM::showEvent(QShowEvent* event)
+{
+    Form::showEvent(event);
+    SS.setPace(kFramePaceMs);
+}
+
+void IdleFRM::hideEvent(QHideEvent* event)
+{
+    Form::hideEvent(event);
+    SS.setPace(kHiddenPaceMs);
 }
 
 void IdleFRM::Form_Unload(int& cancel)
