@@ -51,14 +51,16 @@ void SendKeys(const QString& keys)
             post(namedKey(keys.mid(i + 1, close - i - 1)), modifiers, QString());
             i = close;
         } else if (c == QLatin1Char('~')) {
-            post(Qt::Key_Return, modifiers, QStringLiteral("\\r"));
+            post(Qt::Key_Return, modifiers, QStringLiteral("\r"));
         } else {
             const QChar upper = c.toUpper();
             const Qt::Key key = upper.unicode() < 128 ? Qt::Key(upper.unicode()) : Qt::Key_unknown;
-            // With Ctrl the key carries its control character's text, as a keyboard gives it.
-            const QString text = modifiers & Qt::ControlModifier && upper >= QLatin1Char('A') && upper <= QLatin1Char('Z')
-                                     ? QString(QChar(upper.unicode() - 'A' + 1))
-                                     : QString(c);
+            // With Ctrl the key carries its control character's text, with Shift its capital,
+            // as a keyboard gives them.
+            const bool letter = upper >= QLatin1Char('A') && upper <= QLatin1Char('Z');
+            const QString text = modifiers & Qt::ControlModifier && letter ? QString(QChar(upper.unicode() - 'A' + 1))
+                                 : modifiers & Qt::ShiftModifier          ? QString(upper)
+                                                                          : QString(c);
             post(key, modifiers, text);
         }
         modifiers = {};
