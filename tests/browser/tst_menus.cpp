@@ -153,6 +153,9 @@ private Q_SLOTS:
     void pageProperties_data();
     void pageProperties();
     void findOnThisPage();
+    void execWBRefusals_data();
+    void execWBRefusals();
+    void printWithoutPromptingUsesTheLastPrinter();
 
 private:
     HttpServer m_server;
@@ -451,6 +454,55 @@ void TestMenus::findOnThisPage()
     input::keyInto(main, Qt::Key_Escape);
     QTRY_VERIFY(!bar.isVisible());
     QCOMPARE(p.log, QStringList{});
+    QCOMPARE(p.t.untrappedErrors, QList<int>{});
+}
+
+void TestMenus::execWBRefusals_data()
+{
+    QTest::addColumn<int>("command");
+    QTest::addColumn<int>("option");
+    QTest::addColumn<QVariant>("in");
+    QTest::addColumn<int>("error");
+    QTest::newRow("zoom level 5") << int(OLECMDID_ZOOM) << int(OLECMDEXECOPT_DONTPROMPTUSER) << QVariant(5) << int(ErrInvalidProcedureCall);
+    QTest::newRow("zoom level -1") << int(OLECMDID_ZOOM) << int(OLECMDEXECOPT_DONTPROMPTUSER) << QVariant(-1) << int(ErrInvalidProcedureCall);
+    QTest::newRow("zoom without a level") << int(OLECMDID_ZOOM) << int(OLECMDEXECOPT_DONTPROMPTUSER) << QVariant() << int(ErrInvalidProcedureCall);
+    QTest::newRow("a command the component lacks") << 99 << int(OLECMDEXECOPT_DODEFAULT) << QVariant() << -2147467259;
+    QTest::newRow("zoom level 4 is fine") << int(OLECMDID_ZOOM) << int(OLECMDEXECOPT_DONTPROMPTUSER) << QVariant(4) << 0;
+}
+
+void TestMenus::execWBRefusals()
+{
+    QFETCH(int, command);
+    QFETCH(int, option);
+    QFETCH(QVariant, in);
+    QFETCH(int, error);
+    Program p(QStringLiteral("about:blank"));
+    QVariant out = 1;
+    runHandler([&] { p.main().BrowserWindow.ExecWB(command, option, in, &out); });
+    QCOMPARE(p.t.untrappedErrors, error ? QList<int>{error} : QList<int>{});
+}
+
+void TestMenus::printWithoutPromptingUsesTheLastPrinter()
+{
+    Program p(m_server.url("/titled").toString());
+    QTemporaryDir out;
+    const QString pdf = out.filePath("page.pdf");
+    p.printAnswer = [&](QPrinter& printer) {
+        printer.setOutputFormat(QPrinter::PdfFormat);
+        printer.setOutputFileName(pdf);
+        return true;
+    };
+    WebBrowser& pane = p.main().BrowserWindow;
+    QSignalSpy printed(&pane, &WebBrowser::printed);
+    p.choose("PrintMNU");
+    QVERIFY(printed.wait(30000));
+    QVERIFY(QFile::remove(pdf));
+    // "Do not prompt": no dialog; the page goes where the last print went.
+    p.log.clear();
+    runHandler([&] { pane.ExecWB(OLECMDID_PRINT, OLECMDEXECOPT_DONTPROMPTUSER); });
+    QVERIFY(printed.wait(30000));
+    QCOMPARE(p.log, QStringList{});
+    QVERIFY(pdfText(pdf).contains(QLatin1String("A page with a title.")));
     QCOMPARE(p.t.untrappedErrors, QList<int>{});
 }
 
