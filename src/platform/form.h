@@ -143,6 +143,8 @@ private:
     int menuBarHeight() const;
     // Reads the frame the window manager gives the window; true when it changed.
     bool noteFrame();
+    // The same, with the layout run again when it changed.
+    void followFrame();
     void ensureSurface();
     // The painter of the present batch of drawing on the surface (made on first use), and the
     // end of the batch: the drawn area reaches the screen at most once a display frame.
