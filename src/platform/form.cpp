@@ -209,14 +209,24 @@ int Form::WindowState() const
 
 void Form::setWindowState(int state)
 {
+    // With no window manager nobody else fills the screen with a maximised window, or gives it
+    // back its size afterwards: the window does both itself.
+    const bool unmanaged = !windowManagerRunning() && screen();
     switch (state) {
-    case vbNormal: QWidget::setWindowState(Qt::WindowNoState); break;
+    case vbNormal:
+        if (unmanaged && isMaximized()) {
+            QWidget::setWindowState(Qt::WindowNoState);
+            setGeometry(m_normalGeometry);
+        }
+        QWidget::setWindowState(Qt::WindowNoState);
+        break;
     case vbMinimized: QWidget::setWindowState(Qt::WindowMinimized); break;
     case vbMaximized:
-        QWidget::setWindowState(Qt::WindowMaximized);
-        // With no window manager nobody else fills the screen with it.
-        if (!windowManagerRunning() && screen())
+        if (unmanaged && !isMaximized()) {
+            m_normalGeometry = geometry();
             setGeometry(screen()->availableGeometry());
+        }
+        QWidget::setWindowState(Qt::WindowMaximized);
         break;
     default: raiseError(ErrInvalidPropertyValue);
     }

@@ -157,6 +157,7 @@ private:
     QString m_caption; // as written: the window system may not keep every character
     TwipsMemo m_left, m_top, m_width, m_height;
     QSize m_frame{0, 0};
+    QRect m_normalGeometry; // before maximising, where no window manager keeps it
     int m_clientHeight; // the designed client area's height, in pixels
     bool m_placed = false;          // shown at least once
     bool m_positionWritten = false; // Left or Top set by the program

@@ -307,6 +307,7 @@ void TestProgram::sourceViewerFetchesAtOnceThenEditorAndPreview()
     program.click(viewer, QPoint(int((6240 + 1695 / 2) / kTwipsPerPixel), int((120 + 285 / 2) / kTwipsPerPixel)));
     const unsigned long editor = program.waitForWindow(QStringLiteral("HTML Editor"));
     QVERIFY(editor);
+    QTest::qWait(500); // placed by the window manager
     program.click(editor, QPoint(int((6480 + 1575 / 2) / kTwipsPerPixel), int((120 + 255 / 2) / kTwipsPerPixel)));
     QVERIFY(program.waitForWindow(QStringLiteral("Preview")));
     QVERIFY(program.read(QStringLiteral("Preview.html")).contains("<title>Titled Page</title>"));
