@@ -308,6 +308,7 @@ void TestProgram::sourceViewerFetchesAtOnceThenEditorAndPreview()
     const unsigned long editor = program.waitForWindow(QStringLiteral("HTML Editor"));
     QVERIFY(editor);
     QTest::qWait(500); // placed by the window manager
+    program.activate(editor); // the viewer, clicked last, may stand above it
     program.click(editor, QPoint(int((6480 + 1575 / 2) / kTwipsPerPixel), int((120 + 255 / 2) / kTwipsPerPixel)));
     QVERIFY(program.waitForWindow(QStringLiteral("Preview")));
     QVERIFY(program.read(QStringLiteral("Preview.html")).contains("<title>Titled Page</title>"));
