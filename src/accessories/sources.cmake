@@ -1,1 +1,6 @@
 # The accessories windows: target_sources(glidepath_core PRIVATE ...) with their units.
+target_sources(glidepath_core PRIVATE
+  accessories/calculator_engine.cpp
+  accessories/calculator.cpp
+  browser/menus_accessories.cpp
+)

@@ -112,6 +112,8 @@ public:
     // Menus.
     void EditHomePageMNU_Click();
     void BrowserStatusMNU_Click();
+    // Menus: accessories.
+    void CalculatorMNU_Click();
 
 protected:
     void Form_Load() override;

@@ -15,6 +15,7 @@ void MainFRM::wireMenus()
     ExitMNU.onClick([this] { ExitMNU_Click(); });
     EditHomePageMNU.onClick([this] { EditHomePageMNU_Click(); });
     BrowserStatusMNU.onClick([this] { BrowserStatusMNU_Click(); });
+    CalculatorMNU.onClick([this] { CalculatorMNU_Click(); });
 }
 
 void MainFRM::EditHomePageMNU_Click()

@@ -5,6 +5,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -99,6 +100,24 @@ CommandButton::CommandButton(Container& parent, const char* name, TwipsRect rect
 {
     setSynthesizedClick(false);
     QObject::connect(button(), &QPushButton::clicked, this, [this] { raiseClick(); });
+}
+
+bool CommandButton::eventFilter(QObject* watched, QEvent* event)
+{
+    // KeyPress first (its handler may swallow the key); then Enter clicks. Space is the
+    // button's own.
+    if (Control::eventFilter(watched, event))
+        return true;
+    if (event->type() == QEvent::KeyPress && watched == widget()) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) &&
+            (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier &&
+            !key->isAutoRepeat()) {
+            button()->click();
+            return true;
+        }
+    }
+    return false;
 }
 
 QPushButton* CommandButton::button() const { return static_cast<QPushButton*>(widget()); }

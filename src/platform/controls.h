@@ -67,11 +67,15 @@ private:
     WrittenText m_text;
 };
 
+// Space or Enter presses the button that has the focus, as on the classic desktop.
 class CommandButton : public Control {
 public:
     CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption);
     QString Caption() const;
     void setCaption(const QString& caption);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QPushButton* button() const;
