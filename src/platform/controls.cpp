@@ -68,7 +68,12 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
 
 QString TextBox::shown() const
 {
-    return m_multi ? m_multi->toPlainText() : m_single->text();
+    if (!m_multi)
+        return m_single->text();
+    // A classic multi-line box holds its line breaks as CR LF, typed ones included.
+    QString text = m_multi->toPlainText();
+    text.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
+    return text;
 }
 
 QString TextBox::Text() const

@@ -49,7 +49,8 @@ private:
     QLabel* label() const;
 };
 
-// Text written by the program comes back exactly as written (WrittenText).
+// Text written by the program comes back exactly as written (WrittenText); a multi-line box
+// gives its typed line breaks as CR LF.
 class TextBox : public Control {
 public:
     enum class Lines { Single, Multi };

@@ -1,3 +1,5 @@
 # Tests of the accessories windows: glidepath_test(...) lines.
 glidepath_test(tst_calculator accessories/tst_calculator.cpp)
 target_compile_definitions(tst_calculator PRIVATE GLIDEPATH_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+glidepath_test(tst_note_pad accessories/tst_note_pad.cpp)
+target_compile_definitions(tst_note_pad PRIVATE GLIDEPATH_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
