@@ -114,6 +114,8 @@ public:
     void BrowserStatusMNU_Click();
     // Menus: accessories.
     void CalculatorMNU_Click();
+    void NotePadMNU_Click();
+    void DoodlePadMNU_Click();
 
 protected:
     void Form_Load() override;

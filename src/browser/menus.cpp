@@ -16,6 +16,8 @@ void MainFRM::wireMenus()
     EditHomePageMNU.onClick([this] { EditHomePageMNU_Click(); });
     BrowserStatusMNU.onClick([this] { BrowserStatusMNU_Click(); });
     CalculatorMNU.onClick([this] { CalculatorMNU_Click(); });
+    NotePadMNU.onClick([this] { NotePadMNU_Click(); });
+    DoodlePadMNU.onClick([this] { DoodlePadMNU_Click(); });
 }
 
 void MainFRM::EditHomePageMNU_Click()

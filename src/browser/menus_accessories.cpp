@@ -4,6 +4,8 @@
 #include "main_window.h"
 
 #include "accessories/calculator.h"
+#include "accessories/doodle.h"
+#include "accessories/note_pad.h"
 #include "shared/procedures.h"
 #include "startup/theme_selector.h"
 #include "platform/runtime.h"
@@ -15,4 +17,18 @@ void MainFRM::CalculatorMNU_Click()
     // Errors: none trapped. The click first, then the window.
     PlayWave(ThemeDir() + "/Click.WAV");
     form<CalculatorFRM>().Show();
+}
+
+void MainFRM::NotePadMNU_Click()
+{
+    // Errors: none trapped. The window, then a click.
+    form<NotePadFRM>().Show();
+    PlayWave(ThemeDir() + "/Click.WAV");
+}
+
+void MainFRM::DoodlePadMNU_Click()
+{
+    // Errors: none trapped. The window, then the open sound.
+    form<DoodleFRM>().Show();
+    PlayWave(ThemeDir() + "/OpenWIN.WAV");
 }
