@@ -13,6 +13,7 @@ drawing, each with its goal.
 
 Usage: python3 bench/run.py [runs]   (after a build; the build directory is ./build)
        python3 bench/run.py drawing  (the drawing budgets alone)
+       python3 bench/run.py accessories  (the note pad's save and the doodle pad's segments)
 """
 import os
 import shutil
@@ -209,13 +210,13 @@ def main():
     print_drawing()
 
 
-def print_drawing():
+def print_drawing(bench="drawingbench"):
     """The platform's drawing budgets, from bench/drawing on a screen of its own."""
     work = tempfile.mkdtemp(prefix="glidepath-drawing-")
     env, session = start_session(work)
     try:
-        out = subprocess.run([os.path.join(BUILD, "bench", "drawingbench")], env=env, capture_output=True,
-                             text=True, timeout=300).stdout
+        out = subprocess.run([os.path.join(BUILD, "bench", bench)], env=env, capture_output=True,
+                             text=True, timeout=900).stdout
         print(out, end="")
     finally:
         for p in session:
@@ -226,5 +227,7 @@ def print_drawing():
 if __name__ == "__main__":
     if sys.argv[1:] == ["drawing"]:
         print_drawing()
+    elif sys.argv[1:] == ["accessories"]:
+        print_drawing("accessorybench")
     else:
         main()

@@ -2,6 +2,8 @@
 
 #include "errors.h"
 
+#include <algorithm>
+
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
@@ -10,6 +12,8 @@
 #include <QLineEdit>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSlider>
@@ -56,6 +60,8 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
 {
     if (lines == Lines::Multi) {
         m_multi = static_cast<QPlainTextEdit*>(widget());
+        QObject::connect(m_multi->document(), &QTextDocument::contentsChange, this,
+                         [this](int position, int removed, int added) { followChange(position, removed, added); });
         setText(text);
         watch(m_multi->viewport());
         QObject::connect(m_multi, &QPlainTextEdit::textChanged, this, [this] { raiseChange(); });
@@ -66,14 +72,106 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
     }
 }
 
+namespace {
+
+// A line break in a document's raw text.
+bool isBreak(char16_t c)
+{
+    return c == QChar::ParagraphSeparator || c == QChar::LineSeparator || c == u'\n';
+}
+
+qsizetype breaksIn(QStringView text)
+{
+    const char16_t* p = text.utf16();
+    qsizetype breaks = 0;
+    for (qsizetype i = 0; i < text.size(); ++i)
+        breaks += isBreak(p[i]);
+    return breaks;
+}
+
+// Raw text with a CR LF for each line break.
+QString withCrLf(QStringView raw)
+{
+    const qsizetype breaks = breaksIn(raw);
+    if (breaks == 0)
+        return raw.toString();
+    QString text(raw.size() + breaks, Qt::Uninitialized);
+    QChar* out = text.data();
+    for (const QChar c : raw) {
+        if (isBreak(c.unicode())) {
+            *out++ = QLatin1Char('\r');
+            *out++ = QLatin1Char('\n');
+        } else {
+            *out++ = c;
+        }
+    }
+    return text;
+}
+
+} // namespace
+
 QString TextBox::shown() const
 {
     if (!m_multi)
         return m_single->text();
-    // A classic multi-line box holds its line breaks as CR LF, typed ones included.
-    QString text = m_multi->toPlainText();
-    text.replace(QLatin1Char('\n'), QLatin1String("\r\n"));
-    return text;
+    // A classic multi-line box holds its line breaks as CR LF, typed ones included, and every
+    // other character as it stands (a no-break space stays one).
+    if (followed())
+        return m_crlf;
+    QString plain = m_multi->toPlainText();
+    return withCrLf(plain);
+}
+
+bool TextBox::followed() const
+{
+    if (!m_following) {
+        const QTextDocument* document = m_multi->document();
+        m_raw = document->toRawText();
+        if (m_raw.size() + 1 == document->characterCount())
+            m_raw += QChar(QChar::ParagraphSeparator);
+        m_following = m_raw.size() == document->characterCount();
+        if (m_following)
+            m_crlf = withCrLf(QStringView(m_raw).chopped(1));
+    }
+    return m_following;
+}
+
+void TextBox::followChange(int position, int removed, int added)
+{
+    if (!m_following)
+        return;
+    m_following = false; // until the change is followed through
+    const QTextDocument* document = m_multi->document();
+    const int count = document->characterCount();
+    const qsizetype last = m_raw.size() - 1; // the final paragraph separator
+    if (position < 0 || removed < 0 || added < 0 || position + removed > m_raw.size() || position + added > count)
+        return;
+    // The added characters as the document holds them; its final separator is no character a
+    // cursor can select.
+    const int end = std::min(position + added, count - 1);
+    QTextCursor cursor(m_multi->document());
+    cursor.setPosition(position);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    QString inserted = cursor.selectedText();
+    const bool insertsFinal = position + added == count;
+    if (insertsFinal)
+        inserted += QChar(QChar::ParagraphSeparator);
+    if (inserted.size() != added)
+        return;
+    const bool removesFinal = position + removed > last;
+    if (removesFinal != insertsFinal)
+        return;
+
+    // The same change in the CR LF text, which has no final separator.
+    const QStringView raw(m_raw);
+    const qsizetype from = position + breaksIn(raw.left(position));
+    const qsizetype gone = removed + breaksIn(raw.mid(position, removed)) - (removesFinal ? 2 : 0);
+    if (from + gone > m_crlf.size())
+        return;
+    m_crlf.replace(from, gone, withCrLf(insertsFinal ? QStringView(inserted).chopped(1) : QStringView(inserted)));
+    m_raw.replace(position, removed, inserted);
+    // Anything the report did not describe exactly is read whole at the next reading.
+    m_following = m_raw.size() == count;
 }
 
 QString TextBox::Text() const

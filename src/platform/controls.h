@@ -63,9 +63,20 @@ public:
 private:
     QString shown() const;
 
+    // A multi-line box's text follows every change its document reports, so that reading a
+    // long text costs no more than its copy (a note pad reads its whole text on every
+    // keystroke): the raw text (line breaks as paragraph separators, the final one included)
+    // and the same with CR LF line breaks. followed() is false where a report could not be
+    // followed and the text is read whole.
+    bool followed() const;
+    void followChange(int position, int removed, int added);
+
     QLineEdit* m_single = nullptr;
     QPlainTextEdit* m_multi = nullptr;
     WrittenText m_text;
+    mutable QString m_raw;
+    mutable QString m_crlf;
+    mutable bool m_following = false;
 };
 
 // Space or Enter presses the button that has the focus, as on the classic desktop.

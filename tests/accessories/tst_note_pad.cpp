@@ -3,6 +3,7 @@
 
 #include "accessories/note_pad.h"
 #include "startup/theme_selector.h"
+#include "platform/cp1252.h"
 #include "platform/errors.h"
 #include "platform/sounds.h"
 #include "support/input.h"
@@ -36,6 +37,8 @@ private Q_SLOTS:
     void growsByOneLineBreakPerOpening_data();
     void growsByOneLineBreakPerOpening();
     void everyKeystrokeIsSaved();
+    void editsAsTheyAreSaved_data();
+    void editsAsTheyAreSaved();
     void emptiedNoteIsALineBreak();
     void resizeRule_data();
     void resizeRule();
@@ -96,6 +99,40 @@ void TestNotePad::everyKeystrokeIsSaved()
     NotePadFRM& again = openNotePad();
     QCOMPARE(again.Data.Text(), QStringLiteral("Hi end\r\n\r\n"));
     QCOMPARE(t.read("Notes.TXT"), QByteArray("Hi end\r\n\r\n\r\n"));
+}
+
+void TestNotePad::editsAsTheyAreSaved_data()
+{
+    // Keys: text typed as it stands, "<Key>" for a named key, "^k" for Ctrl with a letter.
+    QTest::addColumn<QStringList>("keys");
+    QTest::addColumn<QString>("note");
+    QTest::newRow("lines") << QStringList{"one", "<Return>", "two"} << "one\r\ntwo";
+    QTest::newRow("backspaces") << QStringList{"abc", "<Backspace>", "<Backspace>"} << "a";
+    QTest::newRow("undo") << QStringList{"abc", "<Return>", "def", "^z"} << "abc\r\n";
+    QTest::newRow("all replaced") << QStringList{"abc", "<Return>", "def", "^a", "x"} << "x";
+    QTest::newRow("home and end") << QStringList{"abc", "<Home>", "X", "<End>", "Y"} << "XabcY";
+    QTest::newRow("empty lines") << QStringList{"ab", "<Return>", "<Return>", "<Return>", "<Backspace>"} << "ab\r\n\r\n";
+    QTest::newRow("joined lines") << QStringList{"ab", "<Return>", "cd", "<Home>", "<Backspace>"} << "abcd";
+}
+
+void TestNotePad::editsAsTheyAreSaved()
+{
+    QFETCH(QStringList, keys);
+    QFETCH(QString, note);
+    TestRuntime t;
+    NotePadFRM& pad = openNotePad();
+    const QMap<QString, Qt::Key> named{{"<Return>", Qt::Key_Return}, {"<Backspace>", Qt::Key_Backspace},
+                                       {"<Home>", Qt::Key_Home}, {"<End>", Qt::Key_End}};
+    for (const QString& k : keys) {
+        if (named.contains(k))
+            input::key(pad.Data, named[k]);
+        else if (k.startsWith('^'))
+            input::key(pad.Data, Qt::Key(Qt::Key_A + (k[1].unicode() - 'a')), Qt::ControlModifier);
+        else
+            input::type(pad.Data, k);
+    }
+    QCOMPARE(pad.Data.Text(), note);
+    QCOMPARE(t.read("Notes.TXT"), platform::encodeAnsi(note) + "\r\n");
 }
 
 void TestNotePad::emptiedNoteIsALineBreak()
