@@ -80,6 +80,10 @@ CalculatorFRM::CalculatorFRM() : Form("CalculatorFRM", kClientWidth, kClientHeig
     UseWindowFont({&cmdFunction(0), &cmdFunction(1)}, kSmallKeyPoints);
     UseWindowFont({&cmdFunction(2)}, kKeyPoints);
     UseWindowFont({&cmdFunction(3)}, kSqrtPoints);
+    // The classic button's bevel is narrower than this desktop's button margins: the function
+    // keys' captions take the whole face, as they were designed to.
+    for (int i = 0; i < 4; ++i)
+        cmdFunction(i).widget()->setStyleSheet(QStringLiteral("padding: 0px"));
     lblMem.setAlignment(2);
     lblMem.setAccessibleName(QStringLiteral("Memory"));
 

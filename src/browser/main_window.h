@@ -116,6 +116,8 @@ public:
     void CalculatorMNU_Click();
     void NotePadMNU_Click();
     void DoodlePadMNU_Click();
+    void AboutMNU_Click();
+    void Readme_Click();
 
 protected:
     void Form_Load() override;

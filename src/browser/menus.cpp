@@ -18,6 +18,8 @@ void MainFRM::wireMenus()
     CalculatorMNU.onClick([this] { CalculatorMNU_Click(); });
     NotePadMNU.onClick([this] { NotePadMNU_Click(); });
     DoodlePadMNU.onClick([this] { DoodlePadMNU_Click(); });
+    AboutMNU.onClick([this] { AboutMNU_Click(); });
+    Readme.onClick([this] { Readme_Click(); });
 }
 
 void MainFRM::EditHomePageMNU_Click()

@@ -3,9 +3,11 @@
 
 #include "main_window.h"
 
+#include "accessories/about.h"
 #include "accessories/calculator.h"
 #include "accessories/doodle.h"
 #include "accessories/note_pad.h"
+#include "accessories/read_me.h"
 #include "shared/procedures.h"
 #include "startup/theme_selector.h"
 #include "platform/runtime.h"
@@ -31,4 +33,17 @@ void MainFRM::DoodlePadMNU_Click()
     // Errors: none trapped. The window, then the open sound.
     form<DoodleFRM>().Show();
     PlayWave(ThemeDir() + "/OpenWIN.WAV");
+}
+
+void MainFRM::AboutMNU_Click()
+{
+    // Errors: none trapped. The window, then the open sound.
+    form<AboutFRM>().Show();
+    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+}
+
+void MainFRM::Readme_Click()
+{
+    // Errors: none trapped. No sound.
+    form<ReadMeFRM>().Show();
 }
