@@ -210,14 +210,15 @@ def main():
     print_drawing()
 
 
-def print_drawing(bench="drawingbench"):
-    """The platform's drawing budgets, from bench/drawing on a screen of its own."""
+def print_drawing(benches=("drawingbench", "richtextbench", "idlebench"), timeout=300):
+    """The platform's drawing and text budgets, from bench/drawing and bench/richtext."""
     work = tempfile.mkdtemp(prefix="glidepath-drawing-")
     env, session = start_session(work)
     try:
-        out = subprocess.run([os.path.join(BUILD, "bench", bench)], env=env, capture_output=True,
-                             text=True, timeout=900).stdout
-        print(out, end="")
+        for bench in benches:
+            out = subprocess.run([os.path.join(BUILD, "bench", bench)], env=env, capture_output=True,
+                                 text=True, timeout=timeout).stdout
+            print(out, end="")
     finally:
         for p in session:
             p.kill()
@@ -228,6 +229,6 @@ if __name__ == "__main__":
     if sys.argv[1:] == ["drawing"]:
         print_drawing()
     elif sys.argv[1:] == ["accessories"]:
-        print_drawing("accessorybench")
+        print_drawing(("accessorybench",), timeout=900)
     else:
         main()

@@ -18,6 +18,8 @@ packages=(
   xvfb xauth x11-utils xdotool imagemagick openbox locales
   # the benchmark's driver
   python3
+  # reading back what a print to a PDF file holds
+  poppler-utils
   # fuzzing the profile and field readers
   clang libclang-rt-14-dev
 )

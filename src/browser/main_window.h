@@ -109,9 +109,26 @@ public:
     // Pop-up blocker.
     void AdBlocker_Timer();
     void BrowserWindow_NewWindow2(bool& cancel);
-    // Menus.
+    // Menus: the page commands.
+    void OpenPageMNU_Click();
+    void SavePageMNU_Click();
+    void PrintMNU_Click();
+    void PrintSetupMNU_Click();
+    void PagerPropertiesMNU_Click();
+    void CopyMNU_Click();
+    void SelectAllMNU_Click();
+    void FindMNU_Click();
+    void TextSize_Click(int level);
+    // Menus: the windows.
+    void FavoritePlacesMNU_Click();
     void EditHomePageMNU_Click();
     void BrowserStatusMNU_Click();
+    void DriveExplorerMNU_Click();
+    void ThemeMNU_Click();
+    void GoIdleMNU_Click();
+    // Menus: HTML tools.
+    void HTMLEditorMNU_Click();
+    void HTMLViewerMNU_Click();
     // Menus: accessories.
     void CalculatorMNU_Click();
     void NotePadMNU_Click();
@@ -130,7 +147,5 @@ private:
     void wireTitleStatus();
     void wirePopUpBlocker();
     void wireMenus();
-    // The pressed and released look of a themed button: its bitmaps are read on every press.
-    void wireButtonLook(platform::Image& button, const QString& name);
     void shutDown(bool restoreMinimised);
 };

@@ -1,4 +1,6 @@
 // The six themed buttons with their pressed and released bitmaps, the address box's Enter
+
+#include "shared/window_look.h"
 // and access phrase, and Copy URL.
 
 #include "main_window.h"
@@ -25,33 +27,21 @@ void MainFRM::wireNavigation()
     Home.onClick([this] { Home_Click(); });
     RefreshR.onClick([this] { RefreshR_Click(); });
     StopS.onClick([this] { StopS_Click(); });
-    wireButtonLook(Back, QStringLiteral("Back"));
-    wireButtonLook(ForwardF, QStringLiteral("Forward"));
-    wireButtonLook(Go, QStringLiteral("Go"));
-    wireButtonLook(Home, QStringLiteral("Home"));
-    wireButtonLook(RefreshR, QStringLiteral("Refresh"));
-    wireButtonLook(StopS, QStringLiteral("Stop"));
+    UseThemedButtonLook(Back, QStringLiteral("Back"));
+    UseThemedButtonLook(ForwardF, QStringLiteral("Forward"));
+    UseThemedButtonLook(Go, QStringLiteral("Go"));
+    UseThemedButtonLook(Home, QStringLiteral("Home"));
+    UseThemedButtonLook(RefreshR, QStringLiteral("Refresh"));
+    UseThemedButtonLook(StopS, QStringLiteral("Stop"));
     URLC.onKeyPress([this](std::int16_t& key) { URLC_KeyPress(key); });
     CopyURL.onClick([this] { CopyURL_Click(); });
-}
-
-void MainFRM::wireButtonLook(Image& button, const QString& name)
-{
-    // Errors: none trapped (a missing pressed bitmap is a run-time error).
-    button.setAccessibleName(name);
-    button.onMouseDown([&button, name](int, int, double, double) {
-        button.setPicture(LoadPicture(ThemeDir() + "/" + name + "DOWN.BMP"));
-    });
-    button.onMouseUp([&button, name](int, int, double, double) {
-        button.setPicture(LoadPicture(ThemeDir() + "/" + name + "UP.BMP"));
-    });
 }
 
 void MainFRM::Back_Click()
 {
     // Errors: ignored statement by statement.
     OnErrorResumeNext next;
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
     next([&] { BrowserWindow.GoBack(); });
 }
 
@@ -59,7 +49,7 @@ void MainFRM::ForwardF_Click()
 {
     // Errors: ignored statement by statement.
     OnErrorResumeNext next;
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
     next([&] { BrowserWindow.GoForward(); });
 }
 
@@ -69,14 +59,14 @@ void MainFRM::Go_Click()
     OnErrorResumeNext next;
     next([&] { BrowserWindow.Navigate(URLC.Text()); });
     next([&] { setCaption("Glidepath - [Going to: " + URLC.Text() + "]"); });
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
 }
 
 void MainFRM::Home_Click()
 {
     // Errors: none trapped.
     BrowserWindow.Navigate(form<HomePageFRM>().Data.Text());
-    PlayWave(ThemeDir() + "/Click.WAV");
+    PlayClickSound();
 }
 
 void MainFRM::RefreshR_Click()
@@ -84,7 +74,7 @@ void MainFRM::RefreshR_Click()
     // Errors: ignored statement by statement.
     OnErrorResumeNext next;
     next([&] { BrowserWindow.Refresh(); });
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
 }
 
 void MainFRM::StopS_Click()
@@ -92,7 +82,7 @@ void MainFRM::StopS_Click()
     // Errors: ignored statement by statement.
     OnErrorResumeNext next;
     next([&] { BrowserWindow.Stop(); });
-    next([&] { PlayWave(ThemeDir() + "/Click.WAV"); });
+    next([&] { PlayClickSound(); });
 }
 
 void MainFRM::URLC_KeyPress(std::int16_t& keyAscii)

@@ -67,7 +67,7 @@ void MainFRM::Form_Load()
     setCaption("Glidepath - [Going to: " + URLC.Text() + "]");
     form<StatF>().Show();
     say(QStringLiteral("Playing Sound..."));
-    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    PlayOpenSound();
     say(QStringLiteral("Loading BackGround (Main) Image..."));
     MainFBackGroundImage.setTop(0);
     MainFBackGroundImage.setLeft(0);
@@ -79,9 +79,7 @@ void MainFRM::Form_Load()
 
     OnErrorResumeNext next;
     next([&] { say(QStringLiteral("Changing Color Of Font(s)...")); });
-    next([&] { if (FontColour() == "1") CheckData.setForeColor(vbWhite); });
-    next([&] { if (FontColour() == "2") CheckData.setForeColor(vbBlack); });
-    next([&] { if (FontColour() == "3") CheckData.setForeColor(vbButtonFace); });
+    next([&] { ApplyFontColour({&CheckData}, {vbWhite, vbBlack, vbButtonFace}); });
     next([&] { say(QStringLiteral("Glide Path Succesfully Loaded. Enjoy.")); });
     next([&] { BrowserWindow.Navigate(URLC.Text()); });
     next([&] { Unload(form<StatF>()); });
@@ -90,7 +88,7 @@ void MainFRM::Form_Load()
 
 void MainFRM::shutDown(bool restoreMinimised)
 {
-    PlayWave(ThemeDir() + "/CloseWIN.WAV");
+    PlayCloseSound();
     if (WindowState() == vbMaximized)
         setWindowState(vbNormal);
     if (restoreMinimised && WindowState() == vbMinimized)

@@ -1,6 +1,6 @@
 #include "browser_status.h"
 
-#include "shared/fonts.h"
+#include "shared/window_look.h"
 #include "browser/main_window.h"
 #include "shared/color.h"
 #include "shared/procedures.h"
@@ -37,7 +37,7 @@ BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kC
         Info.add(*this, "Info", i, kCaptions[i].rect, QString::fromLatin1(kCaptions[i].text));
     for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
                          &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ}) {
-        label->setFont(kWindowFont, 8.25);
+        UseWindowFont({label});
         label->setForeColor(vbWhite);
     }
     Info(1).setForeColor(kLightGrey);
@@ -47,19 +47,13 @@ BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kC
 void BrowserStatusFRM::Form_Load()
 {
     // Errors: none trapped.
-    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    PlayOpenSound();
     StayOnTop(*this);
     ImageOne.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
     // The code is read afresh for every label and every test; "?" is this window's third code.
     for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
-                         &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ}) {
-        if (FontColour() == "1")
-            label->setForeColor(vbWhite);
-        if (FontColour() == "2")
-            label->setForeColor(vbBlack);
-        if (FontColour() == "?")
-            label->setForeColor(vbButtonFace);
-    }
+                         &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ})
+        ApplyFontColour({label}, {vbWhite, vbBlack, vbButtonFace, "?"});
 }
 
 void BrowserStatusFRM::Timer_Timer()
@@ -82,5 +76,5 @@ void BrowserStatusFRM::Form_Unload(int& cancel)
 {
     // Errors: none trapped.
     (void)cancel;
-    PlayWave(ThemeDir() + "/CloseWIN.WAV");
+    PlayCloseSound();
 }

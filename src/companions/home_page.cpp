@@ -1,6 +1,6 @@
 #include "home_page.h"
 
-#include "shared/fonts.h"
+#include "shared/window_look.h"
 #include "browser/main_window.h"
 #include "shared/procedures.h"
 #include "startup/theme_selector.h"
@@ -16,9 +16,9 @@ constexpr int kClientHeight = 855;
 HomePageFRM::HomePageFRM() : Form("HomePageFRM", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Edit Home Page"));
-    Data.setFont(kWindowFont, 8.25);
-    Cncl.setFont(kWindowFont, 9);
-    OkCMD.setFont(kWindowFont, 9);
+    UseWindowFont({&Data});
+    UseWindowFont({&Cncl}, kButtonFontPoints);
+    UseWindowFont({&OkCMD}, kButtonFontPoints);
     Data.onKeyPress([this](std::int16_t& key) { Data_KeyPress(key); });
     Cncl.onClick([this] { Cncl_Click(); });
     OkCMD.onClick([this] { OkCMD_Click(); });
@@ -34,7 +34,7 @@ void HomePageFRM::OkCMD_Click()
 {
     // Errors: none trapped.
     SaveTextFile(Data, AppPath() + "/HomePage.TXT");
-    PlayWave(ThemeDir() + "/Click.WAV");
+    PlayClickSound();
     Hide();
 }
 
@@ -49,5 +49,5 @@ void HomePageFRM::Cncl_Click()
 {
     // Errors: none trapped.
     Hide();
-    PlayWave(ThemeDir() + "/Click.WAV");
+    PlayClickSound();
 }

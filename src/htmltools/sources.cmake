@@ -1,1 +1,6 @@
-# The htmltools windows: target_sources(glidepath_core PRIVATE ...) with their units.
+# The HTML tools: the editor, its preview and the source viewer, and their menu entries.
+target_sources(glidepath_core PRIVATE
+  htmltools/editor.cpp
+  htmltools/editor_browser.cpp
+  htmltools/html_viewer.cpp
+  browser/menus_htmltools.cpp)

@@ -25,7 +25,11 @@ void CommonDialog::ShowSave() { show(true); }
 void CommonDialog::show(bool save)
 {
     const FileDialogRequest request{save, DialogTitle, Filter, InitDir, FileName};
-    FileName = Runtime::current().dialogs().file(request);
+    // A cancelled dialog leaves the name as it was: empty until a file has been chosen, the
+    // last choice after that.
+    const QString chosen = Runtime::current().dialogs().file(request);
+    if (!chosen.isEmpty())
+        FileName = chosen;
 }
 
 } // namespace platform

@@ -13,7 +13,7 @@ public:
     QString Filter;
     QString InitDir;
     QString DialogTitle;
-    QString FileName; // the chosen file; empty after a cancel
+    QString FileName; // the chosen file; a cancel leaves it as it was
     int Flags = 0;
 
     void ShowOpen();

@@ -119,6 +119,13 @@ void Control::applyColors()
     m_widget->setPalette(palette);
 }
 
+void Control::setBackStyle(int style)
+{
+    m_ownBackColor = style != 0;
+    m_widget->setAutoFillBackground(style != 0);
+    applyColors();
+}
+
 void Control::setFont(const QString& name, double points, bool bold)
 {
     m_widget->setFont(classicFont(name, points, bold));

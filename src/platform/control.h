@@ -54,6 +54,8 @@ public:
     OleColor BackColor() const { return m_backColor; }
     void setBackColor(OleColor color);
     void setFont(const QString& name, double points, bool bold = false);
+    // 0 transparent (what is behind shows through), 1 opaque in BackColor.
+    void setBackStyle(int style);
     void setToolTipText(const QString& text) { m_widget->setToolTip(text); }
     // The name screen readers and UI automation know the control by.
     void setAccessibleName(const QString& name) { m_widget->setAccessibleName(name); }

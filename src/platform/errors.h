@@ -23,6 +23,7 @@ enum ErrorNumber : int {
     ErrFileAlreadyOpen = 55,
     ErrDeviceIO = 57,
     ErrInputPastEndOfFile = 62,
+    ErrDeviceUnavailable = 68,
     ErrPermissionDenied = 70,
     ErrPathFileAccess = 75,
     ErrPathNotFound = 76,
@@ -101,5 +102,26 @@ int OnErrorExit(Block&& block)
         return e.number();
     }
 }
+
+} // namespace platform
+
+namespace platform {
+
+// An object variable: it refers to an object once Set; reaching through one that was never
+// set raises "Object variable or With block variable not set" (91).
+template <class T>
+class ObjectVariable {
+public:
+    void Set(T& object) { m_object = &object; }
+    T* operator->() const
+    {
+        if (!m_object)
+            raiseError(ErrObjectNotSet);
+        return m_object;
+    }
+
+private:
+    T* m_object = nullptr;
+};
 
 } // namespace platform

@@ -64,4 +64,20 @@ QString FieldReader::take(qsizetype count)
     return chunk;
 }
 
+QString FieldReader::line()
+{
+    if (atEnd())
+        raiseError(ErrInputPastEndOfFile);
+    qsizetype end = m_pos;
+    while (end < m_text.size() && m_text[end] != QLatin1Char('\r') && m_text[end] != QLatin1Char('\n'))
+        ++end;
+    const QString text = m_text.mid(m_pos, end - m_pos);
+    m_pos = end;
+    if (m_pos < m_text.size() && m_text[m_pos] == QLatin1Char('\r'))
+        ++m_pos;
+    if (m_pos < m_text.size() && m_text[m_pos] == QLatin1Char('\n'))
+        ++m_pos;
+    return text;
+}
+
 } // namespace platform

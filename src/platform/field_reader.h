@@ -17,6 +17,9 @@ public:
     QString next();
     // Up to count characters as they stand (the runtime's Input$); 62 past the end.
     QString take(qsizetype count);
+    // The rest of the line, without its break (CR LF, LF or CR): the runtime's Line Input;
+    // 62 past the end.
+    QString line();
     qsizetype size() const { return m_text.size(); }
 
 private:

@@ -117,6 +117,14 @@ QString FileTable::inputField(int number)
     return e.input->next();
 }
 
+QString FileTable::lineInput(int number)
+{
+    Entry& e = entry(number);
+    if (!e.input)
+        raiseError(ErrBadFileMode);
+    return e.input->line();
+}
+
 void FileTable::printLine(int number, const QString& text)
 {
     Entry& e = entry(number);
@@ -132,6 +140,7 @@ bool Eof(int number) { return Runtime::current().files().eof(number); }
 qint64 LOF(int number) { return Runtime::current().files().lof(number); }
 QString InputChars(qint64 count, int number) { return Runtime::current().files().inputChars(count, number); }
 QString InputField(int number) { return Runtime::current().files().inputField(number); }
+QString LineInput(int number) { return Runtime::current().files().lineInput(number); }
 void PrintLine(int number, const QString& text) { Runtime::current().files().printLine(number, text); }
 
 } // namespace platform

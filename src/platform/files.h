@@ -34,6 +34,7 @@ public:
     qint64 lof(int number);
     QString inputChars(qint64 count, int number);
     QString inputField(int number);
+    QString lineInput(int number);
     void printLine(int number, const QString& text); // text followed by CR LF
 
 private:
@@ -49,6 +50,7 @@ bool Eof(int number);
 qint64 LOF(int number);
 QString InputChars(qint64 count, int number);
 QString InputField(int number);
+QString LineInput(int number);
 void PrintLine(int number, const QString& text);
 
 } // namespace platform

@@ -38,6 +38,7 @@ bool GraphicsLayer::eventFilter(QObject* watched, QEvent* event)
 void GraphicsLayer::add(Graphic* graphic)
 {
     m_items.push_back(graphic);
+    m_extent |= graphic->bounds();
     if (graphic->Visible())
         changed(*graphic, true);
 }
@@ -55,9 +56,17 @@ void GraphicsLayer::remove(Graphic* graphic)
     }
 }
 
+// The picture covers the layer and every element, so that a window growing over elements
+// already drawn shows them without drawing them all again.
+QSize GraphicsLayer::pictureSize() const
+{
+    return size().expandedTo(QSize(m_extent.right() + 1, m_extent.bottom() + 1)).expandedTo(QSize(1, 1));
+}
+
 void GraphicsLayer::changed(const Graphic& graphic, bool shownOnTop)
 {
-    if (shownOnTop && !m_stale && m_picture.size() == size()) {
+    m_extent |= graphic.bounds();
+    if (shownOnTop && !m_stale && covers(m_picture.size())) {
         QPainter painter(&m_picture);
         graphic.paint(painter);
     } else {
@@ -66,9 +75,15 @@ void GraphicsLayer::changed(const Graphic& graphic, bool shownOnTop)
     update(graphic.bounds());
 }
 
+bool GraphicsLayer::covers(QSize picture) const
+{
+    const QSize needed = pictureSize();
+    return picture.width() >= needed.width() && picture.height() >= needed.height();
+}
+
 const QImage& GraphicsLayer::picture()
 {
-    if (m_picture.size() != size())
+    if (!covers(m_picture.size()))
         m_stale = true;
     if (m_stale)
         redraw();
@@ -77,8 +92,8 @@ const QImage& GraphicsLayer::picture()
 
 void GraphicsLayer::redraw()
 {
-    if (m_picture.size() != size())
-        m_picture = QImage(size().expandedTo(QSize(1, 1)), QImage::Format_ARGB32_Premultiplied);
+    if (!covers(m_picture.size()))
+        m_picture = QImage(pictureSize(), QImage::Format_ARGB32_Premultiplied);
     m_picture.fill(Qt::transparent);
     QPainter painter(&m_picture);
     QVector<QLine> run; // visible lines in a row that share one pen

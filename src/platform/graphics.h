@@ -42,10 +42,13 @@ protected:
 private:
     void followForm();
     void redraw();
+    QSize pictureSize() const;
+    bool covers(QSize picture) const;
 
     Form& m_form;
     std::deque<Graphic*> m_items; // back to front; grows without copying or spare room
     QImage m_picture;
+    QRect m_extent; // where elements have stood, in pixels: the picture covers it
     bool m_stale = true;
 };
 

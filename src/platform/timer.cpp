@@ -67,6 +67,12 @@ void Timer::setInterval(int ms)
     restart();
 }
 
+void Timer::setPace(int ms)
+{
+    m_pace = ms;
+    restart();
+}
+
 void Timer::setEnabled(bool enabled)
 {
     m_enabled = enabled;
@@ -80,10 +86,10 @@ void Timer::restart()
     m_timer.stop();
     if (!m_enabled || m_interval <= 0)
         return;
-    if (m_interval <= kTimerFloorMs)
+    if (effectiveInterval() <= kTimerFloorMs)
         FloorClock::instance().add(this);
     else
-        m_timer.start(m_interval);
+        m_timer.start(effectiveInterval());
 }
 
 void Timer::tick()

@@ -28,7 +28,10 @@ public:
     bool Enabled() const { return m_enabled; }
     void setEnabled(bool enabled);
     // The interval the timer really runs at.
-    int effectiveInterval() const { return std::max(m_interval, kTimerFloorMs); }
+    int effectiveInterval() const { return std::max({m_interval, kTimerFloorMs, m_pace}); }
+    // A slower floor for this timer alone, for a window whose design asks for more ticks than
+    // a person can see and whose every tick costs much (0: the platform's floor).
+    void setPace(int ms);
 
     void onTimer(Handler handler) { m_handler = std::move(handler); }
 
@@ -39,6 +42,7 @@ private:
 
     QTimer m_timer;
     int m_interval;
+    int m_pace = 0;
     bool m_enabled;
     bool m_running = false;
     Handler m_handler;

@@ -3,10 +3,15 @@
 #include "common_dialog.h"
 #include "errors.h"
 #include "dialogs.h"
+#include "find_bar.h"
+#include "page_properties.h"
+#include "paths.h"
 #include "runtime.h"
 #include "screen_place.h"
 
 #include <QAuthenticator>
+#include <QKeyEvent>
+#include <QPrinter>
 #include <QCoreApplication>
 #include <QDir>
 #include <QFileInfo>
@@ -112,16 +117,13 @@ public:
 
 void handleDownload(QWebEngineDownloadRequest* download)
 {
-    CommonDialog dialog;
-    dialog.DialogTitle = QStringLiteral("Save As");
-    dialog.InitDir = download->downloadDirectory();
-    dialog.FileName = download->downloadFileName();
-    dialog.ShowSave();
-    if (dialog.FileName.isEmpty()) {
+    const QString chosen = Runtime::current().dialogs().file(
+        {true, QStringLiteral("Save As"), QString(), download->downloadDirectory(), download->downloadFileName()});
+    if (chosen.isEmpty()) {
         download->cancel();
         return;
     }
-    const QFileInfo target(dialog.FileName);
+    const QFileInfo target(chosen);
     download->setDownloadDirectory(target.absolutePath());
     download->setDownloadFileName(target.fileName());
     download->accept();
@@ -216,14 +218,97 @@ WebBrowser::WebBrowser(Container& parent, const char* name, TwipsRect rect)
     connect(v, &QWebEngineView::urlChanged, this, &WebBrowser::handleUrlChanged);
     connect(v, &QWebEngineView::loadFinished, this, &WebBrowser::handleLoadFinished);
     connect(v->page(), &QWebEnginePage::linkHovered, this, &WebBrowser::raiseStatus);
+    connect(v, &QWebEngineView::printFinished, this, &WebBrowser::printed);
+    connect(v, &QWebEngineView::pdfPrintingFinished, this, [this](const QString&, bool ok) { Q_EMIT printed(ok); });
     // The engine's drawing surface must exist before the window is first made: added to a
     // window that is already on the screen, it makes Qt re-create that window, which then
     // appears twice (and, under a window manager, somewhere else). Starting the page without
     // loading anything makes the surface now.
     v->page()->runJavaScript(QString());
+    // Ctrl+F reaches the engine's surface, which has the keyboard whenever the pane has it.
+    if (QWidget* surface = v->focusProxy())
+        surface->installEventFilter(this);
 }
 
 WebBrowser::~WebBrowser() = default;
+
+bool WebBrowser::eventFilter(QObject* watched, QEvent* event)
+{
+    if (watched != widget() && event->type() == QEvent::KeyPress) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if (key->key() == Qt::Key_F && (key->modifiers() & Qt::ControlModifier)) {
+            findBar().open();
+            return true;
+        }
+    }
+    return Control::eventFilter(watched, event);
+}
+
+FindBar& WebBrowser::findBar()
+{
+    if (!m_findBar)
+        m_findBar = new FindBar(view());
+    return *m_findBar;
+}
+
+namespace {
+constexpr double kZoomFactors[] = {0.6, 0.8, 1.0, 1.25, 1.5}; // Smallest to Largest
+} // namespace
+
+void WebBrowser::ExecWB(int command, int option, const QVariant& in, QVariant* out)
+{
+    const auto refused = [] {
+        throw RuntimeError(kMethodFailed, QStringLiteral("Method 'ExecWB' of object 'IWebBrowser2' failed"));
+    };
+    switch (command) {
+    case OLECMDID_PRINT:
+        print(option != OLECMDEXECOPT_DONTPROMPTUSER);
+        break;
+    case OLECMDID_PAGESETUP:
+        // Page set-up is its dialog: "do not prompt" would set nothing at all, so the dialog
+        // is shown whatever the option, as a person who chose Print Setup expects.
+        if (!m_printer)
+            m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+        Runtime::current().dialogs().pageSetup(*m_printer);
+        break;
+    case OLECMDID_PROPERTIES:
+        (new PagePropertiesWindow(view()->page()))->show();
+        break;
+    case OLECMDID_COPY:
+        if (!view()->hasSelection())
+            refused();
+        view()->page()->triggerAction(QWebEnginePage::Copy);
+        break;
+    case OLECMDID_SELECTALL:
+        view()->page()->triggerAction(QWebEnginePage::SelectAll);
+        break;
+    case OLECMDID_ZOOM: {
+        const int level = in.toInt();
+        if (!in.isValid() || level < 0 || level > 4)
+            raiseError(ErrInvalidProcedureCall);
+        view()->setZoomFactor(kZoomFactors[level]);
+        if (out)
+            *out = level;
+        break;
+    }
+    default:
+        refused();
+    }
+}
+
+void WebBrowser::print(bool prompt)
+{
+    if (!m_printer)
+        m_printer = std::make_unique<QPrinter>(QPrinter::HighResolution);
+    if (prompt && !Runtime::current().dialogs().print(*m_printer))
+        return; // cancelled: nothing printed
+    // Printed to a file, the page goes out as the engine's own PDF, its text kept as text; to a
+    // printer, as the pages the engine lays out for it.
+    if (m_printer->outputFormat() == QPrinter::PdfFormat && !m_printer->outputFileName().isEmpty())
+        view()->printToPdf(m_printer->outputFileName(), m_printer->pageLayout(), m_printer->pageRanges());
+    else
+        view()->print(m_printer.get());
+}
 
 QWebEngineView* WebBrowser::view() const
 {
@@ -232,7 +317,9 @@ QWebEngineView* WebBrowser::view() const
 
 QUrl WebBrowser::interpret(const QString& typed)
 {
-    const QString text = typed.trimmed();
+    QString text = typed.trimmed();
+    if (!text.contains(QLatin1String("://")))
+        text = nativePath(text); // a path may use either slash
     if (text.isEmpty())
         return QUrl(QStringLiteral("about:blank"));
     if (text.startsWith(QLatin1Char('/')) || text.startsWith(QLatin1String("~/")) || text.startsWith(QLatin1String("./"))) {

@@ -14,11 +14,22 @@
 #include <QUrl>
 
 #include <functional>
+#include <memory>
 
+class QPrinter;
 class QWebEngineView;
 class QWebEngineProfile;
 
 namespace platform {
+
+class FindBar;
+
+// ExecWB's commands and options, with the classic values.
+enum ExecWBCommand : int {
+    OLECMDID_PRINT = 6, OLECMDID_PAGESETUP = 8, OLECMDID_PROPERTIES = 10, OLECMDID_COPY = 12,
+    OLECMDID_SELECTALL = 17, OLECMDID_ZOOM = 19
+};
+enum ExecWBOption : int { OLECMDEXECOPT_DODEFAULT = 0, OLECMDEXECOPT_PROMPTUSER = 1, OLECMDEXECOPT_DONTPROMPTUSER = 2 };
 
 class WebBrowser : public Control {
     Q_OBJECT
@@ -35,6 +46,14 @@ public:
     void GoForward();
     void Refresh();
     void Stop();
+    // A page command. print: the print dialog (none with "do not prompt"), then the page as
+    // the engine lays it out for print, to the chosen printer or PDF file. page set-up: the
+    // page set-up dialog, whose settings the next print uses. properties: the page properties
+    // window. copy and select all: the engine's own edit actions; copy with nothing selected
+    // is refused with the component's error. zoom: in is the level 0 to 4, 2 being 100%.
+    void ExecWB(int command, int option, const QVariant& in = {}, QVariant* out = nullptr);
+    // The find bar that Ctrl+F in the pane opens.
+    FindBar& findBar();
     QString LocationURL() const;
     // The page's title; empty for a page without one, never its address.
     QString LocationName() const;
@@ -56,6 +75,10 @@ public:
     // Raised for a new window; false when the handler cancelled it.
     bool raiseNewWindow2();
 
+Q_SIGNALS:
+    // A print has gone to its printer or file (false: it failed).
+    void printed(bool ok);
+
 private:
     class Page;
     void handleLoadStarted();
@@ -68,6 +91,11 @@ private:
 
     void updateLocation();
 
+    bool eventFilter(QObject* watched, QEvent* event) override;
+    void print(bool prompt);
+
+    std::unique_ptr<QPrinter> m_printer; // kept, so that page set-up and the last print carry over
+    FindBar* m_findBar = nullptr;
     QString m_locationUrl;  // kept up to date from the engine's signals: read many times a second
     QString m_locationName;
     bool m_loading = false;

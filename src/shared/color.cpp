@@ -1,6 +1,6 @@
 #include "color.h"
 
-#include "shared/fonts.h"
+#include "shared/window_look.h"
 #include "procedures.h"
 #include "platform/runtime.h"
 
@@ -19,7 +19,7 @@ QString FontColour()
 Color::Color() : Form("Color", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Color"));
-    ForeC.setFont(kWindowFont, 8.25);
+    UseWindowFont({&ForeC});
 }
 
 void Color::Form_Load()

@@ -1,6 +1,6 @@
 #include "statf.h"
 
-#include "shared/fonts.h"
+#include "shared/window_look.h"
 #include "procedures.h"
 #include "platform/convert.h"
 
@@ -16,7 +16,7 @@ StatF::StatF() : Form("StatF", kClientWidth, kClientHeight)
 {
     setBorderless();
     setBackColor(vbBlack);
-    Info.setFont(kWindowFont, 8.25);
+    UseWindowFont({&Info});
     Info.setForeColor(vbWhite);
     Info.setBackColor(vbBlack);
     Info.setAlignment(2);

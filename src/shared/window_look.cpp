@@ -3,6 +3,8 @@
 #include "color.h"
 #include "procedures.h"
 #include "platform/control.h"
+#include "platform/controls.h"
+#include "platform/picture.h"
 #include "startup/theme_selector.h"
 
 void UseWindowFont(std::initializer_list<platform::Control*> controls, double points, bool bold)
@@ -32,3 +34,16 @@ void ApplyFontColour(std::initializer_list<platform::Control*> controls, const F
 void PlayOpenSound() { PlayWave(ThemeDir() + "/OpenWIN.WAV"); }
 void PlayCloseSound() { PlayWave(ThemeDir() + "/CloseWIN.WAV"); }
 void PlayClickSound() { PlayWave(ThemeDir() + "/Click.WAV"); }
+
+void UseThemedButtonLook(platform::Image& button, const QString& name)
+{
+    button.setAccessibleName(name);
+    button.onMouseDown([&button, name](int, int, double, double) {
+        // Errors: none trapped.
+        button.setPicture(platform::LoadPicture(ThemeDir() + "/" + name + "DOWN.BMP"));
+    });
+    button.onMouseUp([&button, name](int, int, double, double) {
+        // Errors: none trapped.
+        button.setPicture(platform::LoadPicture(ThemeDir() + "/" + name + "UP.BMP"));
+    });
+}

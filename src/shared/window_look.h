@@ -10,6 +10,7 @@
 
 namespace platform {
 class Control;
+class Image;
 }
 
 // The sizes the windows' designs give their font, in points.
@@ -38,3 +39,8 @@ void ApplyFontColour(std::initializer_list<platform::Control*> controls, const F
 void PlayOpenSound();  // "/OpenWIN.WAV", as a window loads
 void PlayCloseSound(); // "/CloseWIN.WAV", as it unloads
 void PlayClickSound(); // "/Click.WAV"
+
+// The pressed and released look of a themed image button: the theme's name + "DOWN.BMP" on a
+// mouse press, name + "UP.BMP" on release, read from disk each time. A missing bitmap raises
+// the run-time error in the press or release handler.
+void UseThemedButtonLook(platform::Image& button, const QString& name);

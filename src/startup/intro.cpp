@@ -1,6 +1,6 @@
 #include "intro.h"
 
-#include "shared/fonts.h"
+#include "shared/window_look.h"
 #include "browser/main_window.h"
 #include "shared/color.h"
 #include "shared/procedures.h"
@@ -20,7 +20,7 @@ constexpr int kNoButtonStyle = 8;    // names no standard button set: a single O
 IntroFRM::IntroFRM() : Form("IntroFRM", kClientWidth, kClientHeight)
 {
     setBorderless();
-    ClickAnywhereToEnter.setFont(kWindowFont, 9);
+    UseWindowFont({&ClickAnywhereToEnter}, kButtonFontPoints);
     ClickAnywhereToEnter.setForeColor(vbWhite); // readable on the dark margins of the themes
     // The text stands in the bottom margin, clear of the picture.
     ClickAnywhereToEnter.setAlignment(2, Label::Vertical::Bottom);
@@ -67,21 +67,15 @@ void IntroFRM::Form_Load()
     step([&] { IntroFormBorder.setHeight(Height()); });
     step([&] { StayOnTop(*this); });
 
-    step([&] { if (FontColour() == "1") ClickAnywhereToEnter.setForeColor(vbWhite); });
-    step([&] { if (FontColour() == "2") ClickAnywhereToEnter.setForeColor(vbBlack); });
-    step([&] { if (FontColour() == "3") ClickAnywhereToEnter.setForeColor(vbButtonFace); });
-    step([&] { if (FontColour() == "1") setBackColor(vbBlack); });
-    step([&] { if (FontColour() == "2") setBackColor(vbWhite); });
-    step([&] { if (FontColour() == "3") setBackColor(vbApplicationWorkspace); });
-    step([&] { if (FontColour() == "1") IntroFormBorder.setBorderColor(vbBlack); });
-    step([&] { if (FontColour() == "2") IntroFormBorder.setBorderColor(vbWhite); });
-    step([&] { if (FontColour() == "3") IntroFormBorder.setBorderColor(vbApplicationWorkspace); });
+    step([&] { ApplyFontColour({&ClickAnywhereToEnter}, {vbWhite, vbBlack, vbButtonFace}); });
+    step([&] { WithFontColour({vbBlack, vbWhite, vbApplicationWorkspace}, [&](OleColor c) { setBackColor(c); }); });
+    step([&] { WithFontColour({vbBlack, vbWhite, vbApplicationWorkspace}, [&](OleColor c) { IntroFormBorder.setBorderColor(c); }); });
 }
 
 void IntroFRM::ClickAnywhereToEnter_Click()
 {
     // Errors: none trapped.
-    PlayWave(ThemeDir() + "/Click.WAV");
+    PlayClickSound();
     SqueezeStretchEffect(*this);
     Hide();
     form<MainFRM>().Show();

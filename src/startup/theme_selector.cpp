@@ -1,6 +1,6 @@
 #include "theme_selector.h"
 
-#include "shared/fonts.h"
+#include "shared/window_look.h"
 #include "browser/main_window.h"
 #include "shared/procedures.h"
 #include "startup/intro.h"
@@ -22,11 +22,11 @@ QString ThemeDir()
 ThemeSelector::ThemeSelector() : Form("ThemeSelector", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Theme Selector"));
-    Info.setFont(kWindowFont, 8.25);
-    Dir.setFont(kWindowFont, 8.25);
-    TPath.setFont(kWindowFont, 8.25);
-    CancelCMD.setFont(kWindowFont, 9);
-    OkayCMD.setFont(kWindowFont, 9);
+    UseWindowFont({&Info});
+    UseWindowFont({&Dir});
+    UseWindowFont({&TPath});
+    UseWindowFont({&CancelCMD}, kButtonFontPoints);
+    UseWindowFont({&OkayCMD}, kButtonFontPoints);
     Dir.onChange([this] { Dir_Change(); });
     CancelCMD.onClick([this] { CancelCMD_Click(); });
     OkayCMD.onClick([this] { OkayCMD_Click(); });

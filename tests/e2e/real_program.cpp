@@ -131,22 +131,33 @@ unsigned long RealProgram::waitForWindow(const QString& title, int ms)
     return waitForWindowLike(QLatin1Char('^') + QRegularExpression::escape(title) + QLatin1Char('$'), ms);
 }
 
+unsigned long RealProgram::activeWindow() const
+{
+    return xdo({"getactivewindow"}).toULong();
+}
+
 bool RealProgram::waitForGone(unsigned long window, int ms)
 {
     return QTest::qWaitFor([&] {
-        return !xdo({"search", "--onlyvisible", "--pid", QString::number(m_process.processId()), "--name", ".*"})
-                    .split(QLatin1Char('\n'))
-                    .contains(QString::number(window));
+        QProcess p;
+        p.start(QStringLiteral("xwininfo"), {"-id", QString::number(window)});
+        p.waitForFinished(5000);
+        const QString info = QString::fromUtf8(p.readAllStandardOutput());
+        return p.exitCode() != 0 || !info.contains(QLatin1String("IsViewable"));
     }, ms);
 }
 
-unsigned long RealProgram::waitForWindowLike(const QString& pattern, int ms)
+unsigned long RealProgram::waitForWindowLike(const QString& pattern, int ms, QSize atLeast)
 {
     unsigned long found = 0;
     QTest::qWaitFor([&] {
-        const QStringList ids = xdo({"search", "--onlyvisible", "--pid", QString::number(m_process.processId()),
+        const QStringList ids = xdo({"search", "--all", "--onlyvisible", "--pid", QString::number(m_process.processId()),
                                      "--name", pattern}).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        found = ids.isEmpty() ? 0 : ids.last().toULong();
+        for (const QString& id : ids) {
+            const QSize size = inner(id.toULong()).size();
+            if (size.width() >= atLeast.width() && size.height() >= atLeast.height())
+                found = id.toULong();
+        }
         return found != 0;
     }, ms);
     return found;
@@ -155,7 +166,7 @@ unsigned long RealProgram::waitForWindowLike(const QString& pattern, int ms)
 bool RealProgram::waitForAnyWindow(int ms)
 {
     return QTest::qWaitFor([&] {
-        return !xdo({"search", "--onlyvisible", "--pid", QString::number(m_process.processId()), "--name", ".*"}).isEmpty();
+        return !xdo({"search", "--all", "--onlyvisible", "--pid", QString::number(m_process.processId()), "--name", ".*"}).isEmpty();
     }, ms);
 }
 
@@ -208,6 +219,12 @@ void RealProgram::clickScreen(QPoint at, int button)
 {
     xdo({"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())});
     xdo({"click", QString::number(button)});
+}
+
+void RealProgram::doubleClickScreen(QPoint at)
+{
+    xdo({"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())});
+    xdo({"click", "--repeat", "2", "--delay", "80", "1"});
 }
 
 void RealProgram::activate(unsigned long window)

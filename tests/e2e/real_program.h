@@ -39,8 +39,10 @@ public:
     // The X window whose title is exactly title (0 when none appears in time).
     unsigned long waitForWindow(const QString& title, int ms = 20000);
     // The same for a title that matches a regular expression.
-    unsigned long waitForWindowLike(const QString& pattern, int ms = 20000);
+    unsigned long waitForWindowLike(const QString& pattern, int ms = 20000, QSize atLeast = {});
     bool waitForGone(unsigned long window, int ms = 10000);
+    // The window that has the keyboard.
+    unsigned long activeWindow() const;
     bool waitForAnyWindow(int ms = 20000);
     QString title(unsigned long window) const;
     // The window's outer rectangle (frame included) and its inner one, in screen pixels.
@@ -51,6 +53,7 @@ public:
     // The person's hands.
     void click(unsigned long window, QPoint inside, int button = 1); // a point of the inner area
     void clickScreen(QPoint at, int button = 1);
+    void doubleClickScreen(QPoint at);
     void activate(unsigned long window);
     void key(const QString& keys);   // xdotool key names: "Return", "ctrl+a"
     void type(const QString& text);

@@ -37,6 +37,22 @@ unsigned long openMainWindow(RealProgram& program)
     return program.waitForWindowLike(kMainTitle);
 }
 
+// The program with the Default theme and a loopback page as its home page.
+void prepare(RealProgram& program, const HttpServer& server)
+{
+    program.useTheme();
+    program.write(QStringLiteral("HomePage.TXT"), server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+}
+
+// A click into the main window's address box (120, 550 twips below the menu bar), then all
+// of its text selected, so that what is typed next replaces it.
+void intoAddressBox(RealProgram& program, unsigned long main)
+{
+    const int menuBar = program.inner(main).height() - 7095 / int(kTwipsPerPixel);
+    program.click(main, QPoint(40, menuBar + int((550 + 150) / kTwipsPerPixel)));
+    program.key(QStringLiteral("ctrl+a"));
+}
+
 bool wholeOnScreen(RealProgram& program, unsigned long window)
 {
     return program.screen().contains(program.frame(window));
@@ -63,20 +79,19 @@ void TestProgram::firstStartAsksForATheme()
     program.start();
     const unsigned long selector = program.waitForWindow(QStringLiteral("Theme Selector"));
     QVERIFY(selector);
-    // The message stands above the selector and waits for its OK.
-    const unsigned long message = program.waitForWindow(QStringLiteral("Glidepath"));
-    QVERIFY(message);
+    // The message stands above the selector, with the keyboard, and waits for its OK.
+    unsigned long message = 0;
+    QTRY_VERIFY_WITH_TIMEOUT((message = program.activeWindow()) != selector && message &&
+                                 program.inner(message).width() > 100, 10000);
     QVERIFY(wholeOnScreen(program, message));
     program.activate(message);
     program.key(QStringLiteral("Return"));
     QVERIFY(program.waitForGone(message));
 
-    // The directory list opens at the program directory: its second sub-directory is the
-    // Default theme (Art, Default, Midnight, Start). Arrow keys only highlight; Enter opens.
-    program.activate(selector);
-    program.key(QStringLiteral("Down"));
-    program.key(QStringLiteral("Down"));
-    program.key(QStringLiteral("Return"));
+    // The theme's folder typed into the path box under the directory list.
+    program.click(selector, QPoint(int((120 + 6255 / 2) / kTwipsPerPixel), int((4440 + 285 / 2) / kTwipsPerPixel)));
+    program.key(QStringLiteral("ctrl+a"));
+    program.type(program.path(QStringLiteral("Default")));
     // Okay: 2640, 4800, 3735 x 375 twips in the selector.
     program.click(selector, QPoint(int((2640 + 3735 / 2) / kTwipsPerPixel), int((4800 + 375 / 2) / kTwipsPerPixel)));
 
@@ -91,8 +106,7 @@ void TestProgram::firstStartAsksForATheme()
 void TestProgram::typedAddressAndEnter()
 {
     RealProgram program;
-    program.useTheme();
-    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    prepare(program, m_server);
     const unsigned long main = openMainWindow(program);
     QVERIFY(main);
     // One window, made once: the one that showed the first caption is the one still there.
@@ -100,10 +114,7 @@ void TestProgram::typedAddressAndEnter()
     QCOMPARE(program.waitForWindowLike(kMainTitle), main);
     QVERIFY(wholeOnScreen(program, main));
 
-    // Into the address box (120, 550 twips below the menu bar), all of it replaced.
-    const int menuBar = program.inner(main).height() - 7095 / int(kTwipsPerPixel);
-    program.click(main, QPoint(40, menuBar + int((550 + 150) / kTwipsPerPixel)));
-    program.key(QStringLiteral("ctrl+a"));
+    intoAddressBox(program, main);
     const QString typed = m_server.typed(QStringLiteral("/typed-by-hand"));
     program.type(typed);
     const int before = m_server.paths().size();
@@ -115,13 +126,10 @@ void TestProgram::typedAddressAndEnter()
 void TestProgram::accessPhraseStopsTheBrowser()
 {
     RealProgram program;
-    program.useTheme();
-    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    prepare(program, m_server);
     const unsigned long main = openMainWindow(program);
     QVERIFY(main);
-    const int menuBar = program.inner(main).height() - 7095 / int(kTwipsPerPixel);
-    program.click(main, QPoint(40, menuBar + int((550 + 150) / kTwipsPerPixel)));
-    program.key(QStringLiteral("ctrl+a"));
+    intoAddressBox(program, main);
     program.type(QStringLiteral("Crane at Dusk"));
     // The phrase's last letter alone does nothing; the key after it stops the browser, so the
     // navigation Enter starts for the phrase never reaches a page.
@@ -136,8 +144,7 @@ void TestProgram::accessPhraseStopsTheBrowser()
 void TestProgram::resizeFollowsTheOuterSizeThenExit()
 {
     RealProgram program;
-    program.useTheme();
-    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
+    prepare(program, m_server);
     const unsigned long main = openMainWindow(program);
     QVERIFY(main);
 
@@ -160,6 +167,13 @@ void TestProgram::resizeFollowsTheOuterSizeThenExit()
 
     program.resize(main, QSize(800, 600));
     QTRY_COMPARE(program.inner(main).size(), QSize(800, 600));
+    QVERIFY(expectLayout());
+
+    // Maximised by a double-click on its title bar: the layout follows the frame it has then.
+    const QRect before = program.frame(main);
+    program.doubleClickScreen(QPoint(before.center().x(), before.top() + (program.inner(main).top() - before.top()) / 2));
+    QTRY_VERIFY(program.inner(main).width() > before.width());
+    QTest::qWait(300);
     QVERIFY(expectLayout());
 
     // File, then its last entry, Exit: the program ends at once.

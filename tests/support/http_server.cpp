@@ -1,5 +1,7 @@
 #include "http_server.h"
 
+#include <QThread>
+
 #include <QTcpSocket>
 #include <QTimer>
 
@@ -95,8 +97,26 @@ void HttpServer::handle(QTcpSocket* socket)
         reply(socket, 401, page("Unauthorized", ""), "WWW-Authenticate: Basic realm=\"Glidepath Test\"\r\n");
     else if (path == "/file.bin")
         reply(socket, 200, QByteArray(100000, 'g'), "Content-Disposition: attachment; filename=\"file.bin\"\r\n");
+    else if (path == "/empty")
+        reply(socket, 200, QByteArray());
     else if (path == "/popup")
-        reply(socket, 200, page("Opener", "<script>window.open('/titled', 'child', 'width=300,height=200');</script>"));
+        reply(socket, 200, page("Opener", "<script>window.open('/titled', 'child', 'width=300,height=200,left=-40,top=-60');</script>"));
     else
         reply(socket, 404, page("Not Found", "<p>No such page.</p>"));
+}
+
+HttpServerThread::HttpServerThread() : m_thread(new QThread)
+{
+    m_thread->start();
+    QObject context;
+    context.moveToThread(m_thread);
+    QMetaObject::invokeMethod(&context, [this] { m_server = new HttpServer; }, Qt::BlockingQueuedConnection);
+}
+
+HttpServerThread::~HttpServerThread()
+{
+    QMetaObject::invokeMethod(m_server, [this] { delete m_server; }, Qt::BlockingQueuedConnection);
+    m_thread->quit();
+    m_thread->wait();
+    delete m_thread;
 }

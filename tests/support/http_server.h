@@ -1,12 +1,14 @@
 #pragma once
 // A small HTTP server on 127.0.0.1 for the end-to-end tests, with pages that have a title or
 // none, a redirect, a slow page that arrives in pieces over time, a page that opens a pop-up,
-// a page behind a log-in (user "user", password "secret"), a download, and a 404 for
-// everything else.
+// a page behind a log-in (user "user", password "secret"), a download, a page with an empty
+// body, and a 404 for everything else.
 
 #include <QTcpServer>
 #include <QStringList>
 #include <QUrl>
+
+class QThread;
 
 class HttpServer : public QObject {
     Q_OBJECT
@@ -27,4 +29,17 @@ private:
     QTcpServer m_server;
     int m_requests = 0;
     QStringList m_paths;
+};
+
+// The same server on a thread of its own, for tests of code that waits for a reply without
+// processing messages on the thread that asked.
+class HttpServerThread {
+public:
+    HttpServerThread();
+    ~HttpServerThread();
+    HttpServer& server() { return *m_server; }
+
+private:
+    QThread* m_thread;
+    HttpServer* m_server = nullptr;
 };
