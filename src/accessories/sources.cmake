@@ -7,6 +7,7 @@ target_sources(glidepath_core PRIVATE
   accessories/about.cpp
   accessories/read_me.cpp
   accessories/secret_place.cpp
+  accessories/mp3_player.cpp
   browser/menus_accessories.cpp
 )
 # The pictures the windows carry with them, made by tools/themegen.

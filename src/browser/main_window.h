@@ -135,6 +135,7 @@ public:
     void DoodlePadMNU_Click();
     void AboutMNU_Click();
     void Readme_Click();
+    void MP3PlayerMNU_Click();
 
 protected:
     void Form_Load() override;

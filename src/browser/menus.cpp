@@ -59,6 +59,7 @@ void MainFRM::wireMenus()
     DoodlePadMNU.onClick([this] { DoodlePadMNU_Click(); });
     AboutMNU.onClick([this] { AboutMNU_Click(); });
     Readme.onClick([this] { Readme_Click(); });
+    MP3PlayerMNU.onClick([this] { MP3PlayerMNU_Click(); });
 }
 
 // Page commands ---------------------------------------------------------------------------

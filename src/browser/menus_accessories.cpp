@@ -6,6 +6,7 @@
 #include "accessories/about.h"
 #include "accessories/calculator.h"
 #include "accessories/doodle.h"
+#include "accessories/mp3_player.h"
 #include "accessories/note_pad.h"
 #include "accessories/read_me.h"
 #include "shared/procedures.h"
@@ -46,4 +47,13 @@ void MainFRM::Readme_Click()
 {
     // Errors: none trapped. No sound.
     form<ReadMeFRM>().Show();
+}
+
+void MainFRM::MP3PlayerMNU_Click()
+{
+    // Errors: ignored statement by statement (a player whose first question was cancelled is
+    // gone before it can be shown).
+    OnErrorResumeNext next;
+    next([&] { form<MP3PlayerFRM>().Show(); });
+    next([&] { PlayWave(ThemeDir() + "/OpenWIN.WAV"); });
 }

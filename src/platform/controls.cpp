@@ -1,10 +1,12 @@
 #include "controls.h"
 
 #include "errors.h"
+#include "symbol_glyphs.h"
 
 #include <algorithm>
 
 #include <QCheckBox>
+#include <QFontInfo>
 #include <QComboBox>
 #include <QGroupBox>
 #include <QKeyEvent>
@@ -199,7 +201,7 @@ void TextBox::setLocked(bool locked)
 // CommandButton -------------------------------------------------------------------------
 
 CommandButton::CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption)
-    : Control(parent, name, new QPushButton(caption), rect)
+    : Control(parent, name, new QPushButton(caption), rect), m_caption(caption)
 {
     setSynthesizedClick(false);
     QObject::connect(button(), &QPushButton::clicked, this, [this] { raiseClick(); });
@@ -211,6 +213,8 @@ bool CommandButton::eventFilter(QObject* watched, QEvent* event)
     // button's own.
     if (Control::eventFilter(watched, event))
         return true;
+    if (event->type() == QEvent::FontChange && watched == widget())
+        showCaption();
     if (event->type() == QEvent::KeyPress && watched == widget()) {
         const auto* key = static_cast<QKeyEvent*>(event);
         if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) &&
@@ -224,8 +228,28 @@ bool CommandButton::eventFilter(QObject* watched, QEvent* event)
 }
 
 QPushButton* CommandButton::button() const { return static_cast<QPushButton*>(widget()); }
-QString CommandButton::Caption() const { return button()->text(); }
-void CommandButton::setCaption(const QString& caption) { button()->setText(caption); }
+void CommandButton::setCaption(const QString& caption)
+{
+    m_caption = caption;
+    showCaption();
+}
+
+void CommandButton::showCaption()
+{
+    const QFont font = button()->font();
+    if (isSymbolFont(font.family()) && m_caption.size() == 1) {
+        const int size = QFontInfo(font).pixelSize() + 4;
+        const QPixmap glyph = symbolGlyph(font.family(), m_caption.at(0), size, button()->palette().color(QPalette::ButtonText));
+        if (!glyph.isNull()) {
+            button()->setText(QString());
+            button()->setIcon(QIcon(glyph));
+            button()->setIconSize(glyph.size());
+            return;
+        }
+    }
+    button()->setIcon(QIcon());
+    button()->setText(m_caption);
+}
 
 // Image ---------------------------------------------------------------------------------
 

@@ -79,11 +79,12 @@ private:
     mutable bool m_following = false;
 };
 
-// Space or Enter presses the button that has the focus, as on the classic desktop.
+// Space or Enter presses the button that has the focus, as on the classic desktop. A caption
+// in a symbol font the desktop lacks ("Wingdings") shows its symbol as a picture.
 class CommandButton : public Control {
 public:
     CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption);
-    QString Caption() const;
+    QString Caption() const { return m_caption; }
     void setCaption(const QString& caption);
 
 protected:
@@ -91,6 +92,9 @@ protected:
 
 private:
     QPushButton* button() const;
+    void showCaption();
+
+    QString m_caption;
 };
 
 // A picture from a bitmap: at its natural size, which then sets the control's size, or
