@@ -12,6 +12,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLoggingCategory>
 #include <QListWidget>
 #include <QPlainTextEdit>
 #include <QTextCursor>
@@ -181,8 +182,13 @@ QString TextBox::Text() const
     return m_text.read(shown());
 }
 
+// Every text the program writes to a text box, for following a window from outside
+// (QT_LOGGING_RULES="glidepath.text=true"): "Window.Control: text".
+Q_LOGGING_CATEGORY(lcText, "glidepath.text", QtWarningMsg)
+
 void TextBox::setText(const QString& text)
 {
+    qCInfo(lcText).noquote() << widget()->window()->objectName() + QLatin1Char('.') + Name() + QLatin1String(": ") + text;
     if (m_multi)
         m_multi->setPlainText(text);
     else
