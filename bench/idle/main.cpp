@@ -29,6 +29,7 @@ int main(int argc, char* argv[])
     IdleFRM& idle = platform::form<IdleFRM>();
     idle.Show();
     QTest::qWaitForWindowExposed(&idle);
+
     QTest::qWait(1000);
     const double before = cpuSeconds();
     constexpr int kSeconds = 10;

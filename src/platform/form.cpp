@@ -209,7 +209,12 @@ void Form::setWindowState(int state)
     switch (state) {
     case vbNormal: QWidget::setWindowState(Qt::WindowNoState); break;
     case vbMinimized: QWidget::setWindowState(Qt::WindowMinimized); break;
-    case vbMaximized: QWidget::setWindowState(Qt::WindowMaximized); break;
+    case vbMaximized:
+        QWidget::setWindowState(Qt::WindowMaximized);
+        // With no window manager nobody else fills the screen with it.
+        if (!windowManagerRunning() && screen())
+            setGeometry(screen()->availableGeometry());
+        break;
     default: raiseError(ErrInvalidPropertyValue);
     }
 }

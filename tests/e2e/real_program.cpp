@@ -137,7 +137,7 @@ QString RealProgram::xdo(const QStringList& args) const
 {
     QProcess p;
     p.start(QStringLiteral("xdotool"), args);
-    p.waitForFinished(10000);
+    p.waitForFinished(30000);
     return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
 }
 

@@ -5,6 +5,7 @@
 #include "e2e/real_program.h"
 #include "support/http_server.h"
 
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QTest>
 
@@ -53,6 +54,31 @@ void intoAddressBox(RealProgram& program, unsigned long main)
     program.key(QStringLiteral("ctrl+a"));
 }
 
+// A menu command chosen from the keyboard, as a person without a mouse does: Alt highlights the
+// menu bar, Right moves along it to the menu-th title (File is 0), Down opens it with its first
+// entry highlighted, then the given keys.
+void chooseFromMenu(RealProgram& program, unsigned long main, int menu, const QStringList& keys)
+{
+    program.activate(main);
+    program.key(QStringLiteral("alt"));
+    for (int i = 0; i < menu; ++i)
+        program.key(QStringLiteral("Right"));
+    program.key(QStringLiteral("Down"));
+    for (const QString& key : keys)
+        program.key(key);
+}
+
+// Answers a file dialog that waits for a person: the name typed, then Enter.
+void answerFileDialog(RealProgram& program, const QString& path)
+{
+    const unsigned long dialog = program.waitForWindowLike(QStringLiteral("^(Open|Save As|Save)$|^$"), 10000, QSize(300, 200));
+    if (dialog)
+        program.activate(dialog);
+    program.key(QStringLiteral("ctrl+a"));
+    program.type(path);
+    program.key(QStringLiteral("Return"));
+}
+
 bool wholeOnScreen(RealProgram& program, unsigned long window)
 {
     return program.screen().contains(program.frame(window));
@@ -67,6 +93,11 @@ private Q_SLOTS:
     void typedAddressAndEnter();
     void accessPhraseStopsTheBrowser();
     void resizeFollowsTheOuterSizeThenExit();
+    void savePageEmptiesTheChosenFile();
+    void openPageShowsALocalFile();
+    void favouritesSurviveARestart();
+    void goIdleAndClickBack();
+    void sourceViewerFetchesAtOnceThenEditorAndPreview();
 
 private:
     HttpServer m_server;
@@ -182,6 +213,103 @@ void TestProgram::resizeFollowsTheOuterSizeThenExit()
     program.key(QStringLiteral("Return"));
     QVERIFY(program.waitForExit());
     QCOMPARE(program.exitCode(), 0);
+}
+
+void TestProgram::savePageEmptiesTheChosenFile()
+{
+    RealProgram program;
+    prepare(program, m_server);
+    program.write(QStringLiteral("page.htm"), "what it held before");
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+    // File, Page (the fourth entry), Save Page.
+    chooseFromMenu(program, main, 0, {"Down", "Down", "Right", "Down", "Return"});
+    answerFileDialog(program, program.path(QStringLiteral("page.htm")));
+    // The dialog asks before it replaces a file: Yes.
+    QTest::qWait(500);
+    program.key(QStringLiteral("alt+y"));
+    QTRY_COMPARE_WITH_TIMEOUT(program.read(QStringLiteral("page.htm")), QByteArray(), 10000);
+    QVERIFY(QFileInfo::exists(program.path(QStringLiteral("page.htm"))));
+    QVERIFY(program.running());
+}
+
+void TestProgram::openPageShowsALocalFile()
+{
+    RealProgram program;
+    prepare(program, m_server);
+    program.write(QStringLiteral("local.html"), "<title>On Disk</title><p>here</p>");
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+    chooseFromMenu(program, main, 0, {"Down", "Down", "Right", "Return"}); // File, Page, Open Page
+    answerFileDialog(program, program.path(QStringLiteral("local.html")));
+    QVERIFY(program.waitForCaption(QStringLiteral("Glidepath - [ On Disk ] - [ Loading -1  of  0 ]")));
+}
+
+void TestProgram::favouritesSurviveARestart()
+{
+    for (const QString& typed : {QStringLiteral("http://a.example/x,y"), QStringLiteral("z")}) {
+        RealProgram program;
+        prepare(program, m_server);
+        if (typed == QLatin1String("z"))
+            program.write(QStringLiteral("FavPlaces.INI"), "http://a.example/x,y\r\n"); // as the first run left it
+        const unsigned long main = openMainWindow(program);
+        QVERIFY(main);
+        chooseFromMenu(program, main, 0, {"Return"}); // File, Favorite Places
+        const unsigned long favourites = program.waitForWindow(QStringLiteral("Favorite Places"));
+        QVERIFY(favourites);
+        QVERIFY(wholeOnScreen(program, favourites));
+        // Into the address box (120, 600 twips), replacing the page's address it offers.
+        program.click(favourites, QPoint(int(2880 / kTwipsPerPixel), int(740 / kTwipsPerPixel)));
+        program.key(QStringLiteral("ctrl+a"));
+        program.type(typed);
+        program.key(QStringLiteral("Return"));
+        if (typed == QLatin1String("z")) {
+            // The comma came back as two entries, and the list was written whole.
+            QTRY_COMPARE(program.read(QStringLiteral("FavPlaces.INI")), QByteArray("http://a.example/x\r\ny\r\nz\r\n"));
+        } else {
+            QTRY_COMPARE(program.read(QStringLiteral("FavPlaces.INI")), QByteArray("http://a.example/x,y\r\n"));
+        }
+    }
+}
+
+void TestProgram::goIdleAndClickBack()
+{
+    RealProgram program;
+    prepare(program, m_server);
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+    chooseFromMenu(program, main, 5, {"Down", "Down", "Return"}); // Misc., Go Idle
+    QVERIFY(program.waitForGone(main));
+    const unsigned long idle = program.waitForWindow(QStringLiteral("IdleFRM"));
+    QVERIFY(idle);
+    QTRY_VERIFY(program.inner(idle).width() > 1000); // maximised
+    QTest::qWait(500);
+    program.clickScreen(program.inner(idle).center());
+    QVERIFY(program.waitForGone(idle));
+    QCOMPARE(program.waitForWindowLike(kMainTitle), main);
+}
+
+void TestProgram::sourceViewerFetchesAtOnceThenEditorAndPreview()
+{
+    RealProgram program;
+    prepare(program, m_server);
+    const unsigned long main = openMainWindow(program);
+    QVERIFY(main);
+    const int fetched = int(m_server.paths().count(QStringLiteral("/titled")));
+    chooseFromMenu(program, main, 4, {"Up", "Right", "Down", "Return"}); // Tools, HTML, HTML Viewer
+    const unsigned long viewer = program.waitForWindow(QStringLiteral("HTML Viewer"));
+    QVERIFY(viewer);
+    // The page's source was fetched at once, without a click.
+    QTRY_COMPARE(int(m_server.paths().count(QStringLiteral("/titled"))), fetched + 1);
+
+    // Open In Editor (6240, 120, 1695 x 285 twips), then the editor's Preview (6480, 120).
+    QTest::qWait(1500); // the status pop-up lingers a moment after the fetch
+    program.click(viewer, QPoint(int((6240 + 1695 / 2) / kTwipsPerPixel), int((120 + 285 / 2) / kTwipsPerPixel)));
+    const unsigned long editor = program.waitForWindow(QStringLiteral("HTML Editor"));
+    QVERIFY(editor);
+    program.click(editor, QPoint(int((6480 + 1575 / 2) / kTwipsPerPixel), int((120 + 255 / 2) / kTwipsPerPixel)));
+    QVERIFY(program.waitForWindow(QStringLiteral("Preview")));
+    QVERIFY(program.read(QStringLiteral("Preview.html")).contains("<title>Titled Page</title>"));
 }
 
 QTEST_GUILESS_MAIN(TestProgram)
