@@ -52,6 +52,7 @@ private Q_SLOTS:
     void panelShowsAboveTheDrawing();
     void clearIsAFreshWindow();
     void colourFunctionTakesAtMost255();
+    void idleTicksRepaintNothing();
     void yBeyondSixteenBitsOverflows();
 };
 
@@ -221,6 +222,36 @@ void TestDoodle::colourFunctionTakesAtMost255()
     pad.RedSLD.setValue(300);
     pad.BlueSLD.setValue(128);
     QCOMPARE(DoodleFRM::MixColour(pad.RedSLD, pad.GreenSLD, pad.BlueSLD), RGB(255, 0, 128));
+}
+
+// Counts the paints a widget receives.
+class Paints : public QObject {
+public:
+    explicit Paints(QWidget* w) { w->installEventFilter(this); }
+    int count = 0;
+
+protected:
+    bool eventFilter(QObject*, QEvent* e) override
+    {
+        count += e->type() == QEvent::Paint;
+        return false;
+    }
+};
+
+void TestDoodle::idleTicksRepaintNothing()
+{
+    // The timer rewrites the options on every tick; only a real change reaches the screen.
+    TestRuntime t;
+    DoodleFRM& pad = openDoodle();
+    input::doubleClick(pad, {500, 350});
+    tick();
+    QTest::qWait(200);
+    Paints preview(pad.Preview.widget()), size(pad.Data(4).widget()), window(&pad);
+    QTest::qWait(500); // some thirty ticks
+    QCOMPARE(preview.count + size.count + window.count, 0);
+    input::key(pad.PenSize, Qt::Key_End);
+    tick();
+    QVERIFY(size.count > 0);
 }
 
 void TestDoodle::yBeyondSixteenBitsOverflows()
