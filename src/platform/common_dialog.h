@@ -15,6 +15,9 @@ public:
     QString DialogTitle;
     QString FileName; // the chosen file; a cancel leaves it as it was
     int Flags = 0;
+    // The control's default property: the kind of dialog last asked for through it by number
+    // (1 open, 2 save). ShowOpen and ShowSave leave it at 0.
+    int Action = 0;
 
     void ShowOpen();
     void ShowSave();
