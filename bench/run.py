@@ -13,6 +13,7 @@ drawing, each with its goal.
 
 Usage: python3 bench/run.py [runs]   (after a build; the build directory is ./build)
        python3 bench/run.py drawing  (the drawing budgets alone)
+       python3 bench/run.py accessories  (the note pad's save and the doodle pad's segments)
 """
 import os
 import shutil
@@ -209,14 +210,14 @@ def main():
     print_drawing()
 
 
-def print_drawing():
+def print_drawing(benches=("drawingbench", "richtextbench", "idlebench"), timeout=300):
     """The platform's drawing and text budgets, from bench/drawing and bench/richtext."""
     work = tempfile.mkdtemp(prefix="glidepath-drawing-")
     env, session = start_session(work)
     try:
-        for bench in ("drawingbench", "richtextbench", "idlebench"):
+        for bench in benches:
             out = subprocess.run([os.path.join(BUILD, "bench", bench)], env=env, capture_output=True,
-                                 text=True, timeout=300).stdout
+                                 text=True, timeout=timeout).stdout
             print(out, end="")
     finally:
         for p in session:
@@ -227,5 +228,7 @@ def print_drawing():
 if __name__ == "__main__":
     if sys.argv[1:] == ["drawing"]:
         print_drawing()
+    elif sys.argv[1:] == ["accessories"]:
+        print_drawing(("accessorybench",), timeout=900)
     else:
         main()

@@ -7,7 +7,6 @@
 #include "platform/runtime.h"
 
 #include <QApplication>
-#include <QScreen>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -46,12 +45,6 @@ int main(int argc, char* argv[])
     idle.Show();
     QTest::qWaitForWindowExposed(&idle);
     QTest::qWait(kSettleMs);
-    // Maximising is the window manager's work; on a screen without one, the window is given
-    // the whole screen as a window manager would give it.
-    if (const QRect screen = idle.screen()->availableGeometry(); idle.frameGeometry() != screen) {
-        idle.setGeometry(screen);
-        QTest::qWait(kSettleMs);
-    }
     const QSize drawn = idle.size();
     const double shown = shareOfACore();
     idle.Hide();

@@ -129,6 +129,13 @@ public:
     // Menus: HTML tools.
     void HTMLEditorMNU_Click();
     void HTMLViewerMNU_Click();
+    // Menus: accessories.
+    void CalculatorMNU_Click();
+    void NotePadMNU_Click();
+    void DoodlePadMNU_Click();
+    void AboutMNU_Click();
+    void Readme_Click();
+    void MP3PlayerMNU_Click();
 
 protected:
     void Form_Load() override;

@@ -57,6 +57,12 @@ void MainFRM::wireMenus()
     HTMLEditorMNU.onClick([this] { HTMLEditorMNU_Click(); });
     HTMLViewerMNU.onClick([this] { HTMLViewerMNU_Click(); });
     GoIdleMNU.onClick([this] { GoIdleMNU_Click(); });
+    CalculatorMNU.onClick([this] { CalculatorMNU_Click(); });
+    NotePadMNU.onClick([this] { NotePadMNU_Click(); });
+    DoodlePadMNU.onClick([this] { DoodlePadMNU_Click(); });
+    AboutMNU.onClick([this] { AboutMNU_Click(); });
+    Readme.onClick([this] { Readme_Click(); });
+    MP3PlayerMNU.onClick([this] { MP3PlayerMNU_Click(); });
 }
 
 // Page commands ---------------------------------------------------------------------------

@@ -5,6 +5,7 @@
 
 #include "main_window.h"
 
+#include "accessories/secret_place.h"
 #include "companions/home_page.h"
 #include "shared/procedures.h"
 #include "startup/theme_selector.h"
@@ -89,9 +90,8 @@ void MainFRM::URLC_KeyPress(std::int16_t& keyAscii)
     // Errors: none trapped. The text is the box's text before this key is added.
     if (keyAscii == 13)
         Go_Click();
-    if (URLC.Text() == kAccessPhrase) {
-        // The hidden page opens here once it exists; the phrase is already recognised.
-    }
+    if (URLC.Text() == kAccessPhrase)
+        form<SecretPlace>().Show();
     if (URLC.Text() == kAccessPhrase)
         BrowserWindow.Stop();
 }

@@ -19,6 +19,9 @@ public:
     // next dialog until a cancel empties it.
     enum class OnCancel { KeepName, EmptyName };
     OnCancel Cancel = OnCancel::KeepName;
+    // The control's default property: the kind of dialog last asked for through it by number
+    // (1 open, 2 save). ShowOpen and ShowSave leave it at 0.
+    int Action = 0;
 
     void ShowOpen();
     void ShowSave();

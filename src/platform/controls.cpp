@@ -1,14 +1,22 @@
 #include "controls.h"
 
 #include "errors.h"
+#include "symbol_glyphs.h"
+
+#include <algorithm>
 
 #include <QCheckBox>
+#include <QFontInfo>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QLoggingCategory>
 #include <QListWidget>
 #include <QPlainTextEdit>
+#include <QTextCursor>
+#include <QTextDocument>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSlider>
@@ -55,6 +63,8 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
 {
     if (lines == Lines::Multi) {
         m_multi = static_cast<QPlainTextEdit*>(widget());
+        QObject::connect(m_multi->document(), &QTextDocument::contentsChange, this,
+                         [this](int position, int removed, int added) { followChange(position, removed, added); });
         setText(text);
         watch(m_multi->viewport());
         QObject::connect(m_multi, &QPlainTextEdit::textChanged, this, [this] { raiseChange(); });
@@ -65,9 +75,106 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
     }
 }
 
+namespace {
+
+// A line break in a document's raw text.
+bool isBreak(char16_t c)
+{
+    return c == QChar::ParagraphSeparator || c == QChar::LineSeparator || c == u'\n';
+}
+
+qsizetype breaksIn(QStringView text)
+{
+    const char16_t* p = text.utf16();
+    qsizetype breaks = 0;
+    for (qsizetype i = 0; i < text.size(); ++i)
+        breaks += isBreak(p[i]);
+    return breaks;
+}
+
+// Raw text with a CR LF for each line break.
+QString withCrLf(QStringView raw)
+{
+    const qsizetype breaks = breaksIn(raw);
+    if (breaks == 0)
+        return raw.toString();
+    QString text(raw.size() + breaks, Qt::Uninitialized);
+    QChar* out = text.data();
+    for (const QChar c : raw) {
+        if (isBreak(c.unicode())) {
+            *out++ = QLatin1Char('\r');
+            *out++ = QLatin1Char('\n');
+        } else {
+            *out++ = c;
+        }
+    }
+    return text;
+}
+
+} // namespace
+
 QString TextBox::shown() const
 {
-    return m_multi ? m_multi->toPlainText() : m_single->text();
+    if (!m_multi)
+        return m_single->text();
+    // A classic multi-line box holds its line breaks as CR LF, typed ones included, and every
+    // other character as it stands (a no-break space stays one).
+    if (followed())
+        return m_crlf;
+    QString plain = m_multi->toPlainText();
+    return withCrLf(plain);
+}
+
+bool TextBox::followed() const
+{
+    if (!m_following) {
+        const QTextDocument* document = m_multi->document();
+        m_raw = document->toRawText();
+        if (m_raw.size() + 1 == document->characterCount())
+            m_raw += QChar(QChar::ParagraphSeparator);
+        m_following = m_raw.size() == document->characterCount();
+        if (m_following)
+            m_crlf = withCrLf(QStringView(m_raw).chopped(1));
+    }
+    return m_following;
+}
+
+void TextBox::followChange(int position, int removed, int added)
+{
+    if (!m_following)
+        return;
+    m_following = false; // until the change is followed through
+    const QTextDocument* document = m_multi->document();
+    const int count = document->characterCount();
+    const qsizetype last = m_raw.size() - 1; // the final paragraph separator
+    if (position < 0 || removed < 0 || added < 0 || position + removed > m_raw.size() || position + added > count)
+        return;
+    // The added characters as the document holds them; its final separator is no character a
+    // cursor can select.
+    const int end = std::min(position + added, count - 1);
+    QTextCursor cursor(m_multi->document());
+    cursor.setPosition(position);
+    cursor.setPosition(end, QTextCursor::KeepAnchor);
+    QString inserted = cursor.selectedText();
+    const bool insertsFinal = position + added == count;
+    if (insertsFinal)
+        inserted += QChar(QChar::ParagraphSeparator);
+    if (inserted.size() != added)
+        return;
+    const bool removesFinal = position + removed > last;
+    if (removesFinal != insertsFinal)
+        return;
+
+    // The same change in the CR LF text, which has no final separator.
+    const QStringView raw(m_raw);
+    const qsizetype from = position + breaksIn(raw.left(position));
+    const qsizetype gone = removed + breaksIn(raw.mid(position, removed)) - (removesFinal ? 2 : 0);
+    if (from + gone > m_crlf.size())
+        return;
+    m_crlf.replace(from, gone, withCrLf(insertsFinal ? QStringView(inserted).chopped(1) : QStringView(inserted)));
+    m_raw.replace(position, removed, inserted);
+    // Anything the report did not describe exactly is read whole at the next reading.
+    m_following = m_raw.size() == count;
 }
 
 QString TextBox::Text() const
@@ -75,8 +182,13 @@ QString TextBox::Text() const
     return m_text.read(shown());
 }
 
+// Every text the program writes to a text box, for following a window from outside
+// (QT_LOGGING_RULES="glidepath.text=true"): "Window.Control: text".
+Q_LOGGING_CATEGORY(lcText, "glidepath.text", QtWarningMsg)
+
 void TextBox::setText(const QString& text)
 {
+    qCInfo(lcText).noquote() << widget()->window()->objectName() + QLatin1Char('.') + Name() + QLatin1String(": ") + text;
     if (m_multi)
         m_multi->setPlainText(text);
     else
@@ -95,15 +207,55 @@ void TextBox::setLocked(bool locked)
 // CommandButton -------------------------------------------------------------------------
 
 CommandButton::CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption)
-    : Control(parent, name, new QPushButton(caption), rect)
+    : Control(parent, name, new QPushButton(caption), rect), m_caption(caption)
 {
     setSynthesizedClick(false);
     QObject::connect(button(), &QPushButton::clicked, this, [this] { raiseClick(); });
 }
 
+bool CommandButton::eventFilter(QObject* watched, QEvent* event)
+{
+    // KeyPress first (its handler may swallow the key); then Enter clicks. Space is the
+    // button's own.
+    if (Control::eventFilter(watched, event))
+        return true;
+    if (event->type() == QEvent::FontChange && watched == widget())
+        showCaption();
+    if (event->type() == QEvent::KeyPress && watched == widget()) {
+        const auto* key = static_cast<QKeyEvent*>(event);
+        if ((key->key() == Qt::Key_Return || key->key() == Qt::Key_Enter) &&
+            (key->modifiers() & ~Qt::KeypadModifier) == Qt::NoModifier &&
+            !key->isAutoRepeat()) {
+            button()->click();
+            return true;
+        }
+    }
+    return false;
+}
+
 QPushButton* CommandButton::button() const { return static_cast<QPushButton*>(widget()); }
-QString CommandButton::Caption() const { return button()->text(); }
-void CommandButton::setCaption(const QString& caption) { button()->setText(caption); }
+void CommandButton::setCaption(const QString& caption)
+{
+    m_caption = caption;
+    showCaption();
+}
+
+void CommandButton::showCaption()
+{
+    const QFont font = button()->font();
+    if (isSymbolFont(font.family()) && m_caption.size() == 1) {
+        const int size = QFontInfo(font).pixelSize() + 4;
+        const QPixmap glyph = symbolGlyph(font.family(), m_caption.at(0), size, button()->palette().color(QPalette::ButtonText));
+        if (!glyph.isNull()) {
+            button()->setText(QString());
+            button()->setIcon(QIcon(glyph));
+            button()->setIconSize(glyph.size());
+            return;
+        }
+    }
+    button()->setIcon(QIcon());
+    button()->setText(m_caption);
+}
 
 // Image ---------------------------------------------------------------------------------
 

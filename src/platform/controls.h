@@ -49,7 +49,8 @@ private:
     QLabel* label() const;
 };
 
-// Text written by the program comes back exactly as written (WrittenText).
+// Text written by the program comes back exactly as written (WrittenText); a multi-line box
+// gives its typed line breaks as CR LF.
 class TextBox : public Control {
 public:
     enum class Lines { Single, Multi };
@@ -62,19 +63,38 @@ public:
 private:
     QString shown() const;
 
+    // A multi-line box's text follows every change its document reports, so that reading a
+    // long text costs no more than its copy (a note pad reads its whole text on every
+    // keystroke): the raw text (line breaks as paragraph separators, the final one included)
+    // and the same with CR LF line breaks. followed() is false where a report could not be
+    // followed and the text is read whole.
+    bool followed() const;
+    void followChange(int position, int removed, int added);
+
     QLineEdit* m_single = nullptr;
     QPlainTextEdit* m_multi = nullptr;
     WrittenText m_text;
+    mutable QString m_raw;
+    mutable QString m_crlf;
+    mutable bool m_following = false;
 };
 
+// Space or Enter presses the button that has the focus, as on the classic desktop. A caption
+// in a symbol font the desktop lacks ("Wingdings") shows its symbol as a picture.
 class CommandButton : public Control {
 public:
     CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption);
-    QString Caption() const;
+    QString Caption() const { return m_caption; }
     void setCaption(const QString& caption);
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
 
 private:
     QPushButton* button() const;
+    void showCaption();
+
+    QString m_caption;
 };
 
 // A picture from a bitmap: at its natural size, which then sets the control's size, or

@@ -39,15 +39,22 @@ QString decodeAnsi(const QByteArray& bytes)
 
 QByteArray encodeAnsi(const QString& text)
 {
-    QByteArray bytes(text.size(), Qt::Uninitialized);
+    // Latin-1 first (fast on long texts: a note pad writes its whole note on every keystroke),
+    // then the characters that the code page places elsewhere or lacks.
+    QByteArray bytes = text.toLatin1();
+    const auto* in = reinterpret_cast<const char16_t*>(text.utf16());
+    const qsizetype size = text.size();
+    bool elsewhere = false; // a branch-free pass first: most texts have no such character
+    for (qsizetype i = 0; i < size; ++i)
+        elsewhere |= char16_t(in[i] - 0x80) < 0x20 || in[i] > 0xFF;
+    if (!elsewhere)
+        return bytes;
     char* out = bytes.data();
-    for (const QChar ch : text) {
-        const char16_t u = ch.unicode();
-        if (u < 0x80 || (u >= 0xA0 && u <= 0xFF)) {
-            *out++ = static_cast<char>(u);
-        } else {
+    for (qsizetype i = 0; i < size; ++i) {
+        const char16_t u = in[i];
+        if (char16_t(u - 0x80) < 0x20 || u > 0xFF) {
             const auto it = reverseTable().find(u);
-            *out++ = it != reverseTable().end() ? it->second : '?';
+            out[i] = it != reverseTable().end() ? it->second : '?';
         }
     }
     return bytes;

@@ -46,12 +46,38 @@ int Dialogs::messageBox(const QString& prompt, int style, const QString& title)
     }
 }
 
+namespace {
+
+// A name filter whose patterns match without regard to case, as the classic desktop's do
+// ("*.MP3" finds "song.mp3"): "MP3 Files (*.MP3)" becomes "MP3 Files (*.[mM][pP]3)".
+QString caseless(const QString& filter)
+{
+    const qsizetype open = filter.lastIndexOf(QLatin1Char('('));
+    if (open < 0 || !filter.endsWith(QLatin1Char(')')))
+        return filter;
+    QString out = filter.left(open + 1);
+    for (const QChar c : QStringView(filter).mid(open + 1)) {
+        if (c.isLetter() && c.toLower() != c.toUpper())
+            out += QLatin1Char('[') + c.toLower() + c.toUpper() + QLatin1Char(']');
+        else
+            out += c;
+    }
+    return out;
+}
+
+} // namespace
+
 QString Dialogs::file(const FileDialogRequest& request)
 {
     QFileDialog dialog(nullptr, request.title);
     dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
     dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
-    dialog.setNameFilters(CommonDialog::nameFilters(request.filter));
+    QStringList filters = CommonDialog::nameFilters(request.filter);
+    for (QString& filter : filters)
+        filter = caseless(filter);
+    dialog.setNameFilters(filters);
+    // The descriptions as the program wrote them, without the patterns made caseless.
+    dialog.setOption(QFileDialog::HideNameFilterDetails);
     if (!request.initDir.isEmpty())
         dialog.setDirectory(request.initDir);
     if (!request.fileName.isEmpty())

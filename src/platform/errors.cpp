@@ -31,6 +31,7 @@ QString errorDescription(int number)
         {91, "Object variable or With block variable not set"},
         {340, "Control array element doesn't exist"},
         {360, "Object already loaded"},
+        {364, "Object was unloaded"},
         {380, "Invalid property value"},
         {424, "Object required"},
         {438, "Object doesn't support this property or method"},

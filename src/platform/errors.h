@@ -30,6 +30,7 @@ enum ErrorNumber : int {
     ErrObjectNotSet = 91,
     ErrNoSuchElement = 340,
     ErrObjectAlreadyLoaded = 360,
+    ErrObjectWasUnloaded = 364,
     ErrInvalidPropertyValue = 380,
     ErrObjectRequired = 424,
     ErrNotSupported = 438,

@@ -130,7 +130,7 @@ void FileTable::printLine(int number, const QString& text)
     Entry& e = entry(number);
     if (!e.output)
         raiseError(ErrBadFileMode);
-    if (e.output->write(encodeAnsi(text) + "\r\n") < 0)
+    if (e.output->write(encodeAnsi(text)) < 0 || e.output->write("\r\n", 2) < 0)
         raiseError(ErrDeviceIO);
 }
 

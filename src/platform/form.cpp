@@ -14,12 +14,15 @@
 #include <QMenuBar>
 #include <QPainter>
 #include <QScreen>
+#include <QTimer>
 #include <QWindow>
 
 namespace platform {
 namespace {
 // Drawing reaches the screen at most once per display frame.
 constexpr int kFrameMs = 16;
+// How long after a frame change the frame is read once more.
+constexpr int kFrameSettleMs = 150;
 } // namespace
 
 Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
@@ -206,10 +209,25 @@ int Form::WindowState() const
 
 void Form::setWindowState(int state)
 {
+    // With no window manager nobody else fills the screen with a maximised window, or gives it
+    // back its size afterwards: the window does both itself.
+    const bool unmanaged = !windowManagerRunning() && screen();
     switch (state) {
-    case vbNormal: QWidget::setWindowState(Qt::WindowNoState); break;
+    case vbNormal:
+        if (unmanaged && isMaximized()) {
+            QWidget::setWindowState(Qt::WindowNoState);
+            setGeometry(m_normalGeometry);
+        }
+        QWidget::setWindowState(Qt::WindowNoState);
+        break;
     case vbMinimized: QWidget::setWindowState(Qt::WindowMinimized); break;
-    case vbMaximized: QWidget::setWindowState(Qt::WindowMaximized); break;
+    case vbMaximized:
+        if (unmanaged && !isMaximized()) {
+            m_normalGeometry = geometry();
+            setGeometry(screen()->availableGeometry());
+        }
+        QWidget::setWindowState(Qt::WindowMaximized);
+        break;
     default: raiseError(ErrInvalidPropertyValue);
     }
 }
@@ -409,18 +427,28 @@ void Form::moveEvent(QMoveEvent* event)
 bool Form::event(QEvent* event)
 {
     if (event->type() == frameChangedEventType()) {
-        if (noteFrame())
-            runHandler([this] { Form_Resize(); });
+        followFrame();
+        // Qt may learn the new frame a moment after the window manager has announced it.
+        QTimer::singleShot(kFrameSettleMs, this, &Form::followFrame);
         return true;
     }
     return QWidget::event(event);
 }
 
+void Form::followFrame()
+{
+    if (noteFrame())
+        runHandler([this] { Form_Resize(); });
+}
+
 void Form::changeEvent(QEvent* event)
 {
     QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange)
+    if (event->type() == QEvent::WindowStateChange) {
         runHandler([this] { Form_Resize(); });
+        // A maximised window may get another frame from the window manager.
+        QTimer::singleShot(kFrameSettleMs, this, &Form::followFrame);
+    }
 }
 
 void Form::closeEvent(QCloseEvent* event)

@@ -143,6 +143,8 @@ private:
     int menuBarHeight() const;
     // Reads the frame the window manager gives the window; true when it changed.
     bool noteFrame();
+    // The same, with the layout run again when it changed.
+    void followFrame();
     void ensureSurface();
     // The painter of the present batch of drawing on the surface (made on first use), and the
     // end of the batch: the drawn area reaches the screen at most once a display frame.
@@ -155,6 +157,7 @@ private:
     QString m_caption; // as written: the window system may not keep every character
     TwipsMemo m_left, m_top, m_width, m_height;
     QSize m_frame{0, 0};
+    QRect m_normalGeometry; // before maximising, where no window manager keeps it
     int m_clientHeight; // the designed client area's height, in pixels
     bool m_placed = false;          // shown at least once
     bool m_positionWritten = false; // Left or Top set by the program

@@ -1,7 +1,9 @@
 #pragma once
 // The hosted media player over Qt Multimedia: an automatic-start switch, open by file name
 // (the file starts at once when automatic start is on), stop. A widget, so that a window can
-// show it; the intro keeps it hidden.
+// show it; the intro keeps it hidden. Shown with its controls, it is a player of its own: a
+// display of the file, its state and its elapsed and total time, a position slider, play and
+// pause, stop, and the volume.
 
 #include "control.h"
 
@@ -9,13 +11,17 @@
 
 class QMediaPlayer;
 class QAudioOutput;
+class QLabel;
+class QSlider;
+class QToolButton;
 
 namespace platform {
 
 class MediaPlayer : public Control {
     Q_OBJECT
 public:
-    MediaPlayer(Container& parent, const char* name, TwipsRect rect);
+    enum class Controls { None, Shown };
+    MediaPlayer(Container& parent, const char* name, TwipsRect rect, Controls controls = Controls::None);
     ~MediaPlayer() override;
 
     bool AutoStart() const { return m_autoStart; }
@@ -26,10 +32,31 @@ public:
     QString FileName() const { return m_fileName; }
     bool isPlaying() const;
 
+    // The transport, as its buttons work it.
+    void Play();
+    void Pause();
+    qint64 Position() const; // milliseconds
+    qint64 Duration() const;
+    int Volume() const { return m_volume; } // 0 to 100
+
+    // The parts of the controls, for finding them on the screen: where each one is, in pixels
+    // of the control (an empty rectangle without controls).
+    enum class Part { Display, PlayPause, Stop, Position, Volume };
+    QRect partRect(Part part) const;
+    // What the display shows: the file's name, the state, the elapsed and the total time.
+    QString displayText() const;
+
     QMediaPlayer* player() const { return m_player; }
+
+Q_SIGNALS:
+    void displayChanged();
 
 private:
     void startPending();
+    void makePlayer();
+    void buildControls();
+    void showState();
+    void showTime();
 
     struct Request {
         QString fileName;
@@ -40,6 +67,17 @@ private:
     QAudioOutput* m_output = nullptr;
     QString m_fileName;
     bool m_autoStart = false;
+    int m_volume = 100;
+
+    // The controls, when shown.
+    QLabel* m_title = nullptr;
+    QLabel* m_state = nullptr;
+    QLabel* m_time = nullptr;
+    QSlider* m_position = nullptr;
+    QToolButton* m_playPause = nullptr;
+    QToolButton* m_stop = nullptr;
+    QSlider* m_volumeSlider = nullptr;
+    QWidget* m_display = nullptr;
 };
 
 } // namespace platform

@@ -12,6 +12,7 @@
 #include <QMessageBox>
 #include <QTimer>
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <unistd.h>
@@ -55,8 +56,18 @@ void Forms::adopt(std::type_index type, Form* form)
 
 void Forms::unload(Form& form)
 {
+    const bool loaded = std::any_of(m_forms.begin(), m_forms.end(), [&](const auto& entry) { return entry.second == &form; });
+    if (!loaded || m_unloading.count(&form))
+        return;
+    m_unloading.insert(&form);
     int cancel = 0;
-    form.runUnload(cancel);
+    try {
+        form.runUnload(cancel);
+    } catch (...) {
+        m_unloading.erase(&form);
+        throw;
+    }
+    m_unloading.erase(&form);
     if (cancel)
         return;
     for (auto it = m_forms.begin(); it != m_forms.end(); ++it) {

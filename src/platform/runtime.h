@@ -17,6 +17,7 @@
 #include <memory>
 #include <typeindex>
 #include <unordered_map>
+#include <unordered_set>
 
 namespace platform {
 
@@ -49,6 +50,9 @@ public:
             return static_cast<F&>(*existing);
         auto* form = new F();
         adopt(typeid(F), form);
+        // A window that unloads itself in its load handler is gone: "Object was unloaded".
+        if (find(typeid(F)) != form)
+            raiseError(ErrObjectWasUnloaded);
         return static_cast<F&>(*form);
     }
     template <class F>
@@ -59,7 +63,7 @@ public:
     void setCreatedHook(std::function<void(Form&)> hook) { m_created = std::move(hook); }
 
     // Runs the unload handler; unless it cancels, the window goes and the next touch makes a
-    // new one.
+    // new one. Asking again while its unload handler runs, or once it has gone, does nothing.
     void unload(Form& form);
     // Ends every window without running a handler (the end of the program).
     void destroyAll();
@@ -69,6 +73,7 @@ private:
     void adopt(std::type_index type, Form* form);
 
     std::unordered_map<std::type_index, Form*> m_forms;
+    std::unordered_set<const Form*> m_unloading;
     std::function<void(Form&)> m_created;
 };
 

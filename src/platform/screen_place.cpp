@@ -85,6 +85,28 @@ void placeWholeOnScreen(QWidget& window, bool centre)
     window.move(wholeOnScreen(outer, available).topLeft());
 }
 
+bool windowManagerRunning()
+{
+    auto* x11 = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;
+    if (!x11)
+        return true; // other window systems always manage their windows
+    xcb_connection_t* c = x11->connection();
+    const char name[] = "_NET_SUPPORTING_WM_CHECK";
+    xcb_intern_atom_reply_t* atom = xcb_intern_atom_reply(c, xcb_intern_atom(c, 1, sizeof name - 1, name), nullptr);
+    if (!atom)
+        return false;
+    const xcb_atom_t check = atom->atom;
+    std::free(atom);
+    if (check == XCB_ATOM_NONE)
+        return false;
+    const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(c)).data->root;
+    xcb_get_property_reply_t* property =
+        xcb_get_property_reply(c, xcb_get_property(c, 0, root, check, XCB_ATOM_WINDOW, 0, 1), nullptr);
+    const bool running = property && xcb_get_property_value_length(property) > 0;
+    std::free(property);
+    return running;
+}
+
 QEvent::Type frameChangedEventType()
 {
     static const auto type = QEvent::Type(QEvent::registerEventType());

@@ -25,6 +25,10 @@ QRect wholeOnScreen(const QRect& outer, const QRect& screen);
 // centre is true, and in any case whole on it, the expected frame counted.
 void placeWholeOnScreen(QWidget& window, bool centre);
 
+// Whether a window manager looks after the screen (on X11: it has claimed the root window);
+// without one, nobody maximises or frames a window but the program itself.
+bool windowManagerRunning();
+
 // From the first call on, a top-level widget receives an event of this type after the window
 // manager has changed the frame around it.
 QEvent::Type frameChangedEventType();

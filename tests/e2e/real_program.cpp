@@ -33,7 +33,7 @@ RealProgram::RealProgram()
     m_process.setWorkingDirectory(m_dir.path());
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.remove(QStringLiteral("QT_QPA_PLATFORM")); // the program runs on the screen, as on a desktop
-    env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("glidepath.caption=true;glidepath.geometry=true"));
+    env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("glidepath.caption=true;glidepath.geometry=true;glidepath.text=true"));
     m_process.setProcessEnvironment(env);
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     QObject::connect(&m_process, &QProcess::readyReadStandardError, [this] { m_log += m_process.readAllStandardError(); });
@@ -111,6 +111,21 @@ int RealProgram::lastSize(const QString& control, const QString& side)
         if (line.startsWith(prefix))
             value = line.mid(prefix.size()).toInt();
     return value;
+}
+
+QString RealProgram::lastText(const QString& control)
+{
+    m_log += m_process.readAllStandardError();
+    const QByteArray prefix = "glidepath.text: " + control.toUtf8() + ": ";
+    QString text;
+    bool found = false;
+    for (const QByteArray& line : m_log.split('\n')) {
+        if (line.startsWith(prefix)) {
+            text = QString::fromUtf8(line.mid(prefix.size()));
+            found = true;
+        }
+    }
+    return found ? text : QStringLiteral("<none>");
 }
 
 bool RealProgram::waitForCaption(const QString& caption, int ms)

@@ -35,6 +35,9 @@ public:
     // The last width or height (side "width" or "height") the program gave a control
     // ("MainFRM.URLC"), in twips; -1 when it gave none.
     int lastSize(const QString& control, const QString& side);
+    // The first line of the last text the program wrote to a text box ("CalculatorFRM.txtDisplay");
+    // "<none>" when it wrote none.
+    QString lastText(const QString& control);
 
     // The X window whose title is exactly title (0 when none appears in time).
     unsigned long waitForWindow(const QString& title, int ms = 20000);

@@ -377,6 +377,8 @@ void TestProgram::sourceViewerFetchesAtOnceThenEditorAndPreview()
     program.click(viewer, QPoint(int((6240 + 1695 / 2) / kTwipsPerPixel), int((120 + 285 / 2) / kTwipsPerPixel)));
     const unsigned long editor = program.waitForWindow(QStringLiteral("HTML Editor"));
     QVERIFY(editor);
+    QTest::qWait(500); // placed by the window manager
+    program.activate(editor); // the viewer, clicked last, may stand above it
     program.click(editor, QPoint(int((6480 + 1575 / 2) / kTwipsPerPixel), int((120 + 255 / 2) / kTwipsPerPixel)));
     QVERIFY(program.waitForWindow(QStringLiteral("Preview")));
     QVERIFY(program.read(QStringLiteral("Preview.html")).contains("<title>Titled Page</title>"));

@@ -1,6 +1,10 @@
 // Every designed caption of every window fits the box it was designed for, in the windows'
 // font as this desktop serves it, at 96 dpi: labels, check boxes, buttons and frames.
 
+#include "accessories/about.h"
+#include "accessories/calculator.h"
+#include "accessories/doodle.h"
+#include "accessories/secret_place.h"
 #include "browser/main_window.h"
 #include "companions/browser_status.h"
 #include "companions/home_page.h"
@@ -92,6 +96,19 @@ void TestCaptions::everyCaptionFits_data()
         form<MainFRM>(); // the window it reports on
         return form<BrowserStatusFRM>();
     });
+    QTest::newRow("CalculatorFRM") << std::function<Form&()>([]() -> Form& {
+        form<ThemeSelector>().TPath.setText(kThemes + "/Default");
+        return form<CalculatorFRM>();
+    });
+    QTest::newRow("DoodleFRM") << std::function<Form&()>([]() -> Form& {
+        form<DoodleFRM>().TFrame.setTop(240); // the options panel in view
+        return form<DoodleFRM>();
+    });
+    QTest::newRow("AboutFRM") << std::function<Form&()>([]() -> Form& {
+        form<ThemeSelector>().TPath.setText(kThemes + "/Default");
+        return form<AboutFRM>();
+    });
+    QTest::newRow("SecretPlace") << std::function<Form&()>([]() -> Form& { return form<SecretPlace>(); });
 }
 
 void TestCaptions::everyCaptionFits()

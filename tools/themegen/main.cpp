@@ -1,7 +1,9 @@
-// Makes the shipped themes, the program directory's Art sounds and the platform's default
-// sound, all from code: bitmaps drawn with QPainter, waves synthesised, the intro music
-// synthesised and encoded to MP3 with lame. Usage: themegen <source root>
+// Makes the shipped themes, the program directory's Art sounds, the platform's default sound
+// and the accessory windows' own pictures, all from code: bitmaps drawn with QPainter, waves
+// synthesised, the intro music synthesised and encoded to MP3 with lame.
+// Usage: themegen <source root>
 
+#include "accessories.h"
 #include "synth.h"
 
 #include <QDir>
@@ -323,7 +325,9 @@ int main(int argc, char* argv[])
         melody({0, 3, 7, 10, 12, 10, 7, 3, -99, 0, 7, 12}, 220.0, 0.3, 0.6),
     };
 
-    bool ok = writeTheme(classic, root + "/themes/Default", lame) && writeTheme(midnight, root + "/themes/Midnight", lame);
+    // First: they need no encoder.
+    const bool pictures = writeAccessoryPictures(root + "/src/accessories/resources", g_font);
+    bool ok = pictures && writeTheme(classic, root + "/themes/Default", lame) && writeTheme(midnight, root + "/themes/Midnight", lame);
 
     QDir().mkpath(root + "/art");
     Synth maxim(kWaveRate);

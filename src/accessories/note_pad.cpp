@@ -1,0 +1,62 @@
+#include "note_pad.h"
+
+#include "shared/procedures.h"
+#include "shared/window_look.h"
+#include "startup/theme_selector.h"
+#include "platform/runtime.h"
+
+#include <QPlainTextEdit>
+
+using namespace platform;
+
+namespace {
+constexpr int kClientWidth = 6270;
+constexpr int kClientHeight = 3975;
+constexpr int kWidthAllowance = 120;  // the box is this much narrower than the window
+constexpr int kHeightAllowance = 400; // and this much lower
+constexpr OleColor kLightGrey = RGB(192, 192, 192);
+constexpr OleColor kDarkGrey = RGB(64, 64, 64);
+
+QString notesFile()
+{
+    return AppPath() + "/Notes.TXT";
+}
+} // namespace
+
+NotePadFRM::NotePadFRM() : Form("NotePadFRM", kClientWidth, kClientHeight)
+{
+    setCaption(QStringLiteral("Notepad (Automaticly Saves, Each Keystroke)"));
+    UseWindowFont({&Data});
+    Data.setForeColor(kLightGrey);
+    Data.setBackColor(kDarkGrey);
+    static_cast<QPlainTextEdit*>(Data.widget())->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    Data.onChange([this] { Data_Change(); });
+}
+
+void NotePadFRM::Form_Load()
+{
+    // Errors: none trapped (the file procedures ignore their own).
+    StayOnTop(*this);
+    PlayOpenSound();
+    LoadTextFile(Data, notesFile()); // a change: the note is saved again at once
+}
+
+void NotePadFRM::Data_Change()
+{
+    // Errors: none trapped (SaveTextFile ignores its own). The whole note, every change.
+    SaveTextFile(Data, notesFile());
+}
+
+void NotePadFRM::Form_Resize()
+{
+    // Errors: none trapped: a window smaller than the allowances gives the box a negative size.
+    Data.setWidth(Width() - kWidthAllowance);
+    Data.setHeight(Height() - kHeightAllowance);
+}
+
+void NotePadFRM::Form_Unload(int& cancel)
+{
+    // Errors: none trapped. Nothing to save: the last change is on disk already.
+    (void)cancel;
+    PlayCloseSound();
+}
