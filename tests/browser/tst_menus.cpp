@@ -326,6 +326,14 @@ void TestMenus::textSizeChangesTheLayout()
                  std::adjacent_find(widths.begin(), widths.end()) == widths.end(),
              qPrintable(QStringLiteral("%1 %2 %3 %4 %5").arg(widths[0]).arg(widths[1]).arg(widths[2]).arg(widths[3]).arg(widths[4])));
     QCOMPARE(p.log.count(QStringLiteral("Click.WAV, main shown")), 5);
+    // The pane keeps the size for the pages that follow, on this site and on another.
+    for (const QString& next : {m_server.url("/untitled").toString(), QUrl::fromLocalFile(p.t.path("next.html")).toString()}) {
+        p.t.write("next.html", "<p>next</p>");
+        pane.Navigate(next);
+        QVERIFY(p.navigatedTo(next));
+        QTRY_COMPARE(evaluate(pane, QStringLiteral("document.readyState")).toString(), QStringLiteral("complete"));
+        QCOMPARE(across(), widths[4]);
+    }
     QCOMPARE(p.t.untrappedErrors, QList<int>{});
 }
 
