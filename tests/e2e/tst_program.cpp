@@ -184,15 +184,16 @@ void TestProgram::resizeFollowsTheOuterSizeThenExit()
 
     // The first layout already counts the frame: the pane ends 255 twips short of the outer
     // width, and 1900 twips above the outer height.
+    // The window manager may still be settling the window: its size is read again each time.
     auto expectLayout = [&] {
-        const QRect outer = program.frame(main);
-        const int width = int(outer.width() * kTwipsPerPixel);
-        const int height = int(outer.height() * kTwipsPerPixel);
         return QTest::qWaitFor([&] {
+            const QRect outer = program.frame(main);
+            const int width = int(outer.width() * kTwipsPerPixel);
+            const int height = int(outer.height() * kTwipsPerPixel);
             return program.lastSize(QStringLiteral("MainFRM.URLC"), QStringLiteral("width")) == width - 375 &&
                    program.lastSize(QStringLiteral("MainFRM.BrowserWindow"), QStringLiteral("width")) == width - 375 &&
                    program.lastSize(QStringLiteral("MainFRM.BrowserWindow"), QStringLiteral("height")) == height - 1900;
-        }, 5000);
+        }, 10000);
     };
     QVERIFY(expectLayout());
     // The designed client area lies below the menu bar.
