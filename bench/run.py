@@ -1,19 +1,22 @@
 #!/usr/bin/env python3
-"""Glidepath against a bare Qt WebEngine view, on a virtual screen with a sound server.
+"""Every budget of Glidepath in one report, each with its goal beside it.
 
-Alternating, in one run: (a) Glidepath from process start to the intro on screen, from the
-intro's click to "[Done Loading Document]" of a local page, and from the main window's creation
-to that title; (b) bench/bareview from process start to the same page loaded. Then, with the
-last Glidepath still running, the processor time of its whole process tree over 10 idle seconds
-with the main window alone and with the browser status window open too, and the resident memory
-(PSS) of the tree, next to the bare view's.
+Alternating, in one run: (a) Glidepath from process start to the intro on screen, and from the
+main window's creation to "[Done Loading Document]" of a local page; (b) bench/bareview from
+process start to the same page loaded; (c) bareview again with the same media pieces Glidepath
+needs (its intro MP3 played once, a wave sound). Then, with the last of each still running and
+the intro music over, the memory (PSS) of each process tree, and Glidepath's processor time over
+30 idle seconds with the main window alone and with the browser status window open too.
 
-Last, the platform's drawing budgets (bench/drawing): windowless lines and batched window
-drawing, each with its goal.
+Then the platform's budgets (bench/drawing, bench/richtext, bench/idle): windowless lines,
+batched window drawing, the rich text box with 1 MB of text, the idle screen; and the
+accessories' (bench/accessories): the note pad's save per keystroke, the doodle pad's segments.
 
-Usage: python3 bench/run.py [runs]   (after a build; the build directory is ./build)
-       python3 bench/run.py drawing  (the drawing budgets alone)
-       python3 bench/run.py accessories  (the note pad's save and the doodle pad's segments)
+Usage: python3 bench/run.py [runs]      (after a build; the build directory is ./build)
+       python3 bench/run.py start       (start, idle and memory alone)
+       python3 bench/run.py drawing     (the drawing and text budgets alone)
+       python3 bench/run.py accessories (the note pad's save and the doodle pad's segments)
+The thousand-page soak is bench/soak.py.
 """
 import os
 import shutil
@@ -28,7 +31,9 @@ BUILD = os.path.join(ROOT, "build")
 PROGRAM = os.path.join(BUILD, "Glidepath")
 BARE = os.path.join(BUILD, "bench", "bareview")
 PAGE = os.path.join(PROGRAM, "Start", "index.html")
-IDLE_SECONDS = 10
+IDLE_SECONDS = 30
+THEME = os.path.join(PROGRAM, "Default")
+MUSIC_SECONDS = 4  # Default/Intro.MP3
 TICKS = os.sysconf("SC_CLK_TCK")
 
 
@@ -145,9 +150,11 @@ def run_glidepath(env, work, n):
     return proc, log, {"intro": intro - start, "click_to_done": done - click, "load": done - created}
 
 
-def run_bare(env, work):
+def run_bare(env, work, media=False):
     start = now_ms()
-    proc = subprocess.Popen([BARE, "file://" + PAGE], stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=env, text=True)
+    extra = [os.path.join(THEME, "Intro.MP3"), os.path.join(THEME, "Click.WAV")] if media else []
+    proc = subprocess.Popen([BARE, "file://" + PAGE] + extra, stdout=subprocess.PIPE, stderr=subprocess.DEVNULL, env=env,
+                            text=True)
     line = proc.stdout.readline()
     return proc, float(line.split()[1]) - start
 
@@ -157,35 +164,51 @@ def stop(proc):
     proc.wait()
 
 
-def main():
-    runs = int(sys.argv[1]) if len(sys.argv) > 1 else 5
+def open_browser_status(env, log):
+    """Tools (the fifth menu), then Browser Status, from the keyboard."""
+    main_window = subprocess.run(["xdotool", "search", "--name", "^Glidepath - "], env=env,
+                                 capture_output=True, text=True).stdout.split()[0]
+    subprocess.run(["xdotool", "windowfocus", "--sync", main_window], env=env, check=True)
+    for key in ["alt", "Right", "Right", "Right", "Right", "Down", "Return"]:
+        subprocess.run(["xdotool", "key", key], env=env, check=True)
+        time.sleep(0.1)
+    wait_line(log, "painted BrowserStatusFRM", timeout=10)
+
+
+def line(label, value, unit="", goal=None):
+    goal_text = f"  (goal {goal})" if goal is not None else ""
+    print(f"{label:<58}{value:9.2f} {unit}{goal_text}")
+
+
+def start_idle_memory(runs):
     work = tempfile.mkdtemp(prefix="glidepath-bench-")
     env, session = start_session(work)
     try:
-        glide, bare = [], []
+        glide, bare, media = [], [], []
         for n in range(runs):
+            last = n == runs - 1
             proc, log, times = run_glidepath(env, work, n)
             glide.append(times)
-            last = (proc, log) if n == runs - 1 else None
             if not last:
                 stop(proc)
             bproc, loaded = run_bare(env, work)
             bare.append(loaded)
-            if n < runs - 1:
+            if not last:
                 stop(bproc)
+            mproc, loaded = run_bare(env, work, media=True)
+            media.append(loaded)
+            if not last:
+                stop(mproc)
 
-        time.sleep(3)
-        proc, log = last
+        # Everything settled and the intro music over in both programs that play it.
+        time.sleep(MUSIC_SECONDS + 4)
         glide_pss = pss_kib(tree(proc.pid))
         bare_pss = pss_kib(tree(bproc.pid))
-        bare_idle = idle_cpu_percent(bproc.pid)
+        media_pss = pss_kib(tree(mproc.pid))
         stop(bproc)
+        stop(mproc)
         main_idle = idle_cpu_percent(proc.pid)
-        # Tools, then Browser Status, on the main window's menu bar at the screen's top left.
-        subprocess.run(["xdotool", "mousemove", "362", "9", "click", "1"], env=env, check=True)
-        time.sleep(0.5)
-        subprocess.run(["xdotool", "mousemove", "390", "33", "click", "1"], env=env, check=True)
-        wait_line(log, "painted BrowserStatusFRM", timeout=10)
+        open_browser_status(env, log)
         time.sleep(2)
         status_idle = idle_cpu_percent(proc.pid)
         stop(proc)
@@ -194,20 +217,30 @@ def main():
             p.kill()
         shutil.rmtree(work, ignore_errors=True)
 
-    med = lambda xs: statistics.median(xs)
+    med = statistics.median
     load = med([g["load"] for g in glide])
-    print(f"runs: {runs} of each, alternating; medians in milliseconds")
-    print(f"Glidepath: process start to intro on screen       {med([g['intro'] for g in glide]):8.1f}  (goal 300)")
-    print(f"Glidepath: intro click to [Done Loading Document] {med([g['click_to_done'] for g in glide]):8.1f}")
-    print(f"Glidepath: main window made to [Done Loading Document] {load:8.1f}")
-    print(f"bare view: process start to page loaded           {med(bare):8.1f}")
-    print(f"ratio Glidepath load / bare view load             {load / med(bare):8.3f}  (goal 1.05)")
-    print(f"idle CPU, main window alone                       {main_idle:8.2f} % of a core  (goal 0.5)")
-    print(f"idle CPU, with the browser status window          {status_idle:8.2f} % of a core  (goal 1.0)")
-    print(f"idle CPU, bare view                               {bare_idle:8.2f} % of a core")
-    print(f"memory (PSS of the tree): Glidepath {glide_pss / 1024:.1f} MiB, bare view {bare_pss / 1024:.1f} MiB, "
-          f"ratio {glide_pss / bare_pss:.3f}  (goal 1.05)")
+    print(f"Start, {runs} runs of each alternating, medians in milliseconds")
+    line("Glidepath: process start to intro on screen", med([g["intro"] for g in glide]), "ms", "150")
+    line("Glidepath: main window made to [Done Loading Document]", load, "ms")
+    line("bare view: process start to page loaded", med(bare), "ms")
+    line("bare view with the media pieces: start to page loaded", med(media), "ms")
+    line("ratio Glidepath's load / bare view's start to loaded", load / med(bare), "", "0.5")
+    print(f"Idle, processor time of the whole process tree over {IDLE_SECONDS} s")
+    line("main window alone", main_idle, "% of a core", "0.5")
+    line("with the browser status window", status_idle, "% of a core", "1.0")
+    print("Memory, PSS of the process tree, the intro music over")
+    line("Glidepath", glide_pss / 1024, "MiB")
+    line("bare view", bare_pss / 1024, "MiB")
+    line("bare view with the media pieces", media_pss / 1024, "MiB")
+    line("ratio Glidepath / bare view with the media pieces", glide_pss / media_pss, "", "1.05")
+    line("ratio Glidepath / bare view", glide_pss / bare_pss, "", "1.1")
+
+
+def main():
+    runs = int(sys.argv[1]) if len(sys.argv) > 1 else 5
+    start_idle_memory(runs)
     print_drawing()
+    print_drawing(("accessorybench",), timeout=900)
 
 
 def print_drawing(benches=("drawingbench", "richtextbench", "idlebench"), timeout=300):
@@ -226,7 +259,9 @@ def print_drawing(benches=("drawingbench", "richtextbench", "idlebench"), timeou
 
 
 if __name__ == "__main__":
-    if sys.argv[1:] == ["drawing"]:
+    if sys.argv[1:] == ["start"]:
+        start_idle_memory(5)
+    elif sys.argv[1:] == ["drawing"]:
         print_drawing()
     elif sys.argv[1:] == ["accessories"]:
         print_drawing(("accessorybench",), timeout=900)

@@ -1,8 +1,14 @@
 // The least a program can do to show a page with Qt WebEngine: one view, one load. Prints the
 // monotonic time in milliseconds when the page has loaded, then stays open until killed.
-// Usage: bareview <url>
+// Given an MP3 and a wave file too, it also plays each once, the way a plain Qt program would
+// (a media player with an audio output, a sound effect): the baseline for a program that needs
+// those media pieces.
+// Usage: bareview <url> [<mp3> <wav>]
 
 #include <QApplication>
+#include <QAudioOutput>
+#include <QMediaPlayer>
+#include <QSoundEffect>
 #include <QUrl>
 #include <QWebEngineView>
 
@@ -16,7 +22,7 @@ int main(int argc, char* argv[])
         qputenv("QTWEBENGINE_DISABLE_SANDBOX", "1"); // Chromium cannot sandbox as root
     QCoreApplication::setAttribute(Qt::AA_ShareOpenGLContexts);
     QApplication app(argc, argv);
-    if (argc != 2)
+    if (argc != 2 && argc != 4)
         return 2;
     QWebEngineView view;
     view.resize(665, 473);
@@ -27,5 +33,16 @@ int main(int argc, char* argv[])
     });
     view.setUrl(QUrl::fromUserInput(QString::fromLocal8Bit(argv[1])));
     view.show();
+
+    QMediaPlayer player;
+    QAudioOutput output;
+    QSoundEffect sound;
+    if (argc == 4) {
+        player.setAudioOutput(&output);
+        player.setSource(QUrl::fromLocalFile(QString::fromLocal8Bit(argv[2])));
+        player.play();
+        sound.setSource(QUrl::fromLocalFile(QString::fromLocal8Bit(argv[3])));
+        sound.play();
+    }
     return app.exec();
 }

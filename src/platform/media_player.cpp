@@ -18,6 +18,15 @@
 
 namespace platform {
 
+void prepareMedia()
+{
+    QByteArray ranks = QByteArrayLiteral("mpg123audiodec:257"); // one above primary
+    const QByteArray own = qgetenv("GST_PLUGIN_FEATURE_RANK");
+    if (!own.isEmpty())
+        ranks += ',' + own; // later entries win
+    qputenv("GST_PLUGIN_FEATURE_RANK", ranks);
+}
+
 namespace {
 // A window that opens music in its load handler is drawn first: the media framework takes
 // tens of milliseconds to start. One that is not shown gets its music after this long.

@@ -17,6 +17,12 @@ class QToolButton;
 
 namespace platform {
 
+// Ranks the media framework's plain MP3 decoder above the codec library's, which would bring
+// some thirty megabytes of video and filter libraries into the process for one short tune (it
+// stays the fallback where the plain one is missing). Call before the application object is
+// made; a choice the user made in the environment still wins.
+void prepareMedia();
+
 class MediaPlayer : public Control {
     Q_OBJECT
 public:

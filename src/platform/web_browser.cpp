@@ -154,10 +154,15 @@ public:
         connect(this, &QWebEnginePage::certificateError, this, &Page::handleCertificate);
     }
 
+    void setOwner(WebBrowser* owner) { m_owner = owner; }
+
+    // The page warmUpWebEngine made, waiting for the first browser control to take it.
+    static inline QPointer<Page> spare;
+
 protected:
     QWebEnginePage* createWindow(WebWindowType) override
     {
-        if (!m_owner->raiseNewWindow2())
+        if (!m_owner || !m_owner->raiseNewWindow2())
             return nullptr;
         auto* window = new PopupWindow(sharedProfile());
         placeWholeOnScreen(*window, true);
@@ -211,7 +216,15 @@ WebBrowser::WebBrowser(Container& parent, const char* name, TwipsRect rect)
     : Control(parent, name, new QWebEngineView, rect)
 {
     QWebEngineView* v = view();
-    v->setPage(new Page(this, v));
+    Page* page = Page::spare;
+    Page::spare = nullptr;
+    if (page) {
+        page->setParent(v);
+        page->setOwner(this);
+    } else {
+        page = new Page(this, v);
+    }
+    v->setPage(page);
     // Connected first, so that the events below read the new address and title.
     connect(v, &QWebEngineView::urlChanged, this, &WebBrowser::updateLocation);
     connect(v, &QWebEngineView::titleChanged, this, &WebBrowser::updateLocation);
@@ -462,6 +475,17 @@ void WebBrowser::handleLoadFinished(bool)
 void useWebProfile(const QString& storageName)
 {
     g_profileName = storageName;
+}
+
+void warmUpWebEngine()
+{
+    if (WebBrowser::Page::spare)
+        return;
+    auto* page = new WebBrowser::Page(nullptr, qApp);
+    // Running nothing starts the engine and the page's own process, as a load would, without
+    // leaving an entry in the page's history.
+    page->runJavaScript(QString());
+    WebBrowser::Page::spare = page;
 }
 
 } // namespace platform

@@ -81,6 +81,7 @@ Q_SIGNALS:
 
 private:
     class Page;
+    friend void warmUpWebEngine();
     void handleLoadStarted();
     void handleLoadProgress(int percent);
     void handleUrlChanged(const QUrl& url);
@@ -117,5 +118,9 @@ void prepareWebEngine();
 // names its own, persistent one. It is made when the first browser control is, so the web
 // engine starts no sooner than the first window that needs it.
 void useWebProfile(const QString& storageName);
+// Starts the web engine and one page ahead of the first browser control, which then takes that
+// page over: the program calls it while its first window waits for the user, so that the main
+// window's page loads without waiting for the engine to start.
+void warmUpWebEngine();
 
 } // namespace platform
