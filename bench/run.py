@@ -34,7 +34,6 @@ PAGE = os.path.join(PROGRAM, "Start", "index.html")
 IDLE_SECONDS = 30
 THEME = os.path.join(PROGRAM, "Default")
 MUSIC_SECONDS = 4  # Default/Intro.MP3
-TICKS = os.sysconf("SC_CLK_TCK")
 
 
 def now_ms():
@@ -42,7 +41,7 @@ def now_ms():
 
 
 def free_display():
-    for n in range(140, 180):
+    for n in range(200, 240):  # clear of the tests' screens
         if not os.path.exists(f"/tmp/.X{n}-lock") and not os.path.exists(f"/tmp/.X11-unix/X{n}"):
             return f":{n}"
     sys.exit("bench: no free X display")
@@ -67,6 +66,13 @@ def start_session(work):
     return env, [xvfb, pulse]
 
 
+def end_session(session):
+    for p in session:
+        p.terminate()  # lets the X server remove its socket
+    for p in session:
+        p.wait()
+
+
 def tree(pid):
     """The process and all its descendants."""
     children = {}
@@ -86,16 +92,17 @@ def tree(pid):
     return pids
 
 
-def cpu_ticks(pids):
+def cpu_seconds(pids):
+    """Processor time of every thread of the processes, from the scheduler's nanosecond count."""
     total = 0
     for p in pids:
         try:
-            with open(f"/proc/{p}/stat") as f:
-                fields = f.read().rsplit(")", 1)[1].split()
-            total += int(fields[11]) + int(fields[12])
+            for task in os.listdir(f"/proc/{p}/task"):
+                with open(f"/proc/{p}/task/{task}/schedstat") as f:
+                    total += int(f.read().split()[0])
         except OSError:
             pass
-    return total
+    return total / 1e9
 
 
 def pss_kib(pids):
@@ -113,9 +120,9 @@ def pss_kib(pids):
 
 def idle_cpu_percent(pid):
     pids = tree(pid)
-    before = cpu_ticks(pids)
+    before = cpu_seconds(pids)
     time.sleep(IDLE_SECONDS)
-    return 100.0 * (cpu_ticks(pids) - before) / TICKS / IDLE_SECONDS
+    return 100.0 * (cpu_seconds(pids) - before) / IDLE_SECONDS
 
 
 def wait_line(path, needle, timeout=60):
@@ -213,8 +220,7 @@ def start_idle_memory(runs):
         status_idle = idle_cpu_percent(proc.pid)
         stop(proc)
     finally:
-        for p in session:
-            p.kill()
+        end_session(session)
         shutil.rmtree(work, ignore_errors=True)
 
     med = statistics.median
@@ -253,8 +259,7 @@ def print_drawing(benches=("drawingbench", "richtextbench", "idlebench"), timeou
                                  text=True, timeout=timeout).stdout
             print(out, end="")
     finally:
-        for p in session:
-            p.kill()
+        end_session(session)
         shutil.rmtree(work, ignore_errors=True)
 
 

@@ -5,6 +5,7 @@
 #include <QLocale>
 #include <QTime>
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdio>
@@ -15,6 +16,8 @@ namespace platform {
 namespace {
 
 // Classic text of a binary floating-point value with the given number of significant digits.
+// Built in one character buffer: the browser status window turns two numbers into text on every
+// timer tick.
 QString classicNumberText(double value, int digits)
 {
     if (value == 0 || std::isnan(value))
@@ -24,37 +27,61 @@ QString classicNumberText(double value, int digits)
 
     // to_chars, unlike printf, never follows the desktop's locale: the text form of a number
     // is the same on every desktop.
-    char buffer[64];
-    const auto written = std::to_chars(buffer, buffer + sizeof buffer - 1, std::fabs(value),
-                                       std::chars_format::scientific, digits - 1);
-    *written.ptr = '\0';
-    // buffer: d.ddddde[+-]xx
-    const char* e = std::strchr(buffer, 'e');
-    const int exponent = std::atoi(e + 1);
-    QString mantissa;
-    for (const char* p = buffer; p != e; ++p)
+    char scientific[64];
+    const char* const end = std::to_chars(scientific, scientific + sizeof scientific, std::fabs(value),
+                                          std::chars_format::scientific, digits - 1).ptr;
+    // scientific: d.ddddde[+-]xx
+    const char* const e = std::find(static_cast<const char*>(scientific), end, 'e');
+    int exponent = 0;
+    std::from_chars(e + 1 + (e[1] == '+'), end, exponent);
+    char mantissa[64];
+    int n = 0;
+    for (const char* p = scientific; p != e; ++p)
         if (*p != '.')
-            mantissa += QLatin1Char(*p);
-    while (mantissa.size() > 1 && mantissa.endsWith(QLatin1Char('0')))
-        mantissa.chop(1);
+            mantissa[n++] = *p;
+    while (n > 1 && mantissa[n - 1] == '0')
+        --n;
 
-    const QString sign = value < 0 ? QStringLiteral("-") : QString();
-    const qsizetype n = mantissa.size();
+    char text[128];
+    int t = 0;
+    const auto put = [&](char c) { text[t++] = c; };
+    const auto putDigits = [&](int from, int to) {
+        for (int i = from; i < to; ++i)
+            put(mantissa[i]);
+    };
+    if (value < 0)
+        put('-');
     const bool plain = exponent >= 0 ? exponent < digits : (-exponent - 1) + n <= digits;
     if (!plain) {
-        QString text = sign + mantissa.left(1);
-        if (n > 1)
-            text += QLatin1Char('.') + mantissa.mid(1);
-        text += QLatin1Char('E');
-        text += QLatin1Char(exponent < 0 ? '-' : '+');
-        return text + QString::number(std::abs(exponent)).rightJustified(2, QLatin1Char('0'));
+        put(mantissa[0]);
+        if (n > 1) {
+            put('.');
+            putDigits(1, n);
+        }
+        put('E');
+        put(exponent < 0 ? '-' : '+');
+        const int magnitude = std::abs(exponent);
+        if (magnitude < 10)
+            put('0');
+        t = int(std::to_chars(text + t, text + sizeof text, magnitude).ptr - text);
+    } else if (exponent >= 0) {
+        if (n <= exponent + 1) {
+            putDigits(0, n);
+            for (int i = n; i < exponent + 1; ++i)
+                put('0');
+        } else {
+            putDigits(0, exponent + 1);
+            put('.');
+            putDigits(exponent + 1, n);
+        }
+    } else {
+        put('0');
+        put('.');
+        for (int i = 0; i < -exponent - 1; ++i)
+            put('0');
+        putDigits(0, n);
     }
-    if (exponent >= 0) {
-        if (n <= exponent + 1)
-            return sign + mantissa + QString(exponent + 1 - n, QLatin1Char('0'));
-        return sign + mantissa.left(exponent + 1) + QLatin1Char('.') + mantissa.mid(exponent + 1);
-    }
-    return sign + QStringLiteral("0.") + QString(-exponent - 1, QLatin1Char('0')) + mantissa;
+    return QString::fromLatin1(text, t);
 }
 
 bool isBlank(QChar c)
