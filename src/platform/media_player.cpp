@@ -16,6 +16,8 @@
 #include <QUrl>
 #include <QVBoxLayout>
 
+#include <malloc.h>
+
 namespace platform {
 
 void prepareMedia()
@@ -167,8 +169,11 @@ void MediaPlayer::makePlayer()
     // Played to its end, the file lets go of the decoding pipeline and what it holds; a player
     // that shows its controls keeps it, to be played again.
     connect(m_player, &QMediaPlayer::mediaStatusChanged, this, [this](QMediaPlayer::MediaStatus status) {
-        if (status == QMediaPlayer::EndOfMedia && !m_title)
+        if (status == QMediaPlayer::EndOfMedia && !m_title) {
             m_player->setSource(QUrl());
+            // The pipeline's buffers go back to the system, not only to the allocator's pool.
+            QTimer::singleShot(0, this, [] { malloc_trim(0); });
+        }
     });
     if (m_title) {
         connect(m_player, &QMediaPlayer::playbackStateChanged, this, &MediaPlayer::showState);
