@@ -6,7 +6,8 @@ than twenty times a second, to keep a runaway script from hanging the browser).
 
 Passes when the program neither crashes nor hangs (every page is asked for within 30 seconds of
 the one before) and the memory (PSS) of its process tree after the 1,000th page is within 10%
-of its value after the 50th. Prints the figures; exits non-zero on a failure.
+of its value after the 50th. The bare view (bench/bareview) then follows the same pages, as the
+baseline. Prints the figures; exits non-zero on a failure.
 
 Usage: python3 bench/soak.py [pages]   (after a build; the build directory is ./build)
 """
@@ -93,6 +94,20 @@ def wait_for_page(proc, n):
         time.sleep(0.05)
 
 
+def processes(pid):
+    """PSS in MiB of each process of the tree, by its kind."""
+    kinds = []
+    for p in run.tree(pid):
+        try:
+            with open(f"/proc/{p}/cmdline") as f:
+                args = f.read().split("\0")
+        except OSError:
+            continue
+        kind = next((a[len("--type="):] for a in args if a.startswith("--type=")), os.path.basename(args[0]))
+        kinds.append(f"{kind} {run.pss_kib([p]) / 1024:.1f}")
+    return ", ".join(kinds)
+
+
 def failed(env, log):
     shot = os.path.join(run.BUILD, "soak-failure.png")
     subprocess.run(["import", "-window", "root", shot], env=env)
@@ -101,54 +116,79 @@ def failed(env, log):
     return 1
 
 
+def follow(proc, env, log):
+    """Follows the pages from 0; the tree's PSS after the first measure and after the last."""
+    with Pages.lock:
+        Pages.requested.clear()
+    if not wait_for_page(proc, FIRST_MEASURE):
+        return None
+    time.sleep(1)
+    early, early_kinds, early_at = run.pss_kib(run.tree(proc.pid)), processes(proc.pid), time.monotonic()
+    if not wait_for_page(proc, PAGES):
+        return None
+    time.sleep(1)
+    late, late_kinds = run.pss_kib(run.tree(proc.pid)), processes(proc.pid)
+    with Pages.lock:
+        missing = [n for n in range(PAGES + 1) if n not in set(Pages.requested)]
+    return {"early": early, "late": late, "early_kinds": early_kinds, "late_kinds": late_kinds,
+            "per_page": 1000 * (time.monotonic() - early_at) / (PAGES - FIRST_MEASURE), "missing": len(missing)}
+
+
+def report(name, r):
+    growth = r["late"] / r["early"] - 1
+    print(f"{name}: pages skipped                    {r['missing']:8d}")
+    print(f"{name}: per page, {FIRST_MEASURE} to {PAGES}           {r['per_page']:8.1f} ms")
+    print(f"{name}: PSS of the tree after page {FIRST_MEASURE:<5d}{r['early'] / 1024:8.1f} MiB ({r['early_kinds']})")
+    print(f"{name}: PSS of the tree after page {PAGES:<5d}{r['late'] / 1024:8.1f} MiB ({r['late_kinds']})")
+    print(f"{name}: growth                           {100 * growth:8.1f} %")
+    return growth
+
+
 def main():
     server = http.server.ThreadingHTTPServer(("127.0.0.1", 0), Pages)
     threading.Thread(target=server.serve_forever, daemon=True).start()
+    first = f"http://127.0.0.1:{server.server_port}/page/0"
     work = tempfile.mkdtemp(prefix="glidepath-soak-")
     env, session = run.start_session(work)
-    proc = None
-    ok = False
+    procs = []
     try:
         program = os.path.join(work, "glidepath")
         shutil.copytree(run.PROGRAM, program)
         with open(os.path.join(program, "ThemeDir.INI"), "w") as f:
             f.write(f"[Theme Directory]\r\nDIR={program}/Default\r\n")
         with open(os.path.join(program, "HomePage.TXT"), "w") as f:
-            f.write(f"http://127.0.0.1:{server.server_port}/page/0")
+            f.write(first)
         log = os.path.join(work, "glidepath.log")
         started = time.monotonic()
         proc = subprocess.Popen([os.path.join(program, "glidepath")], stderr=open(log, "w"), stdout=subprocess.DEVNULL,
                                 env=dict(env, QT_LOGGING_RULES="glidepath.timing=true"))
+        procs.append(proc)
         run.wait_line(log, "painted IntroFRM")
         time.sleep(0.5)
         subprocess.run(["xdotool", "mousemove", "640", "512", "click", "1"], env=env, check=True)
+        glide = follow(proc, env, log)
+        if glide is None:
+            return failed(env, log)
+        glide_seconds = time.monotonic() - started
+        run.stop(proc)
 
-        if not wait_for_page(proc, FIRST_MEASURE):
-            return failed(env, log)
-        time.sleep(1)
-        early = run.pss_kib(run.tree(proc.pid))
-        early_at = time.monotonic()
-        if not wait_for_page(proc, PAGES):
-            return failed(env, log)
-        time.sleep(1)
-        late = run.pss_kib(run.tree(proc.pid))
-        seconds = time.monotonic() - early_at
-        growth = late / early - 1
-        with Pages.lock:
-            pages = sorted(set(Pages.requested))
-        missing = [n for n in range(PAGES + 1) if n not in pages]
-        print(f"pages followed                       {len(pages) - 1:8d}  (goal {PAGES})")
-        print(f"pages skipped                        {len(missing):8d}")
-        print(f"pages {FIRST_MEASURE} to {PAGES}, per page          {1000 * seconds / (PAGES - FIRST_MEASURE):8.1f} ms")
-        print(f"PSS of the tree after page {FIRST_MEASURE:<5d}    {early / 1024:8.1f} MiB")
-        print(f"PSS of the tree after page {PAGES:<5d}    {late / 1024:8.1f} MiB")
-        print(f"growth                               {100 * growth:8.1f} %  (goal at most {100 * GROWTH_GOAL:.0f})")
-        print(f"whole run                            {time.monotonic() - started:8.1f} s")
-        ok = growth <= GROWTH_GOAL and not missing
-        return 0 if ok else 1
+        # The baseline: the bare view through the same pages.
+        bare_log = os.path.join(work, "bareview.log")
+        bare = subprocess.Popen([run.BARE, first], stdout=subprocess.DEVNULL, stderr=open(bare_log, "w"), env=env)
+        procs.append(bare)
+        baseline = follow(bare, env, bare_log)
+        if baseline is None:
+            return failed(env, bare_log)
+
+        print(f"Glidepath: pages followed without a crash or a hang {PAGES} in {glide_seconds:.0f} s")
+        growth = report("Glidepath", glide)
+        report("bare view", baseline)
+        print(f"Glidepath's growth {100 * growth:.1f} %  (goal at most {100 * GROWTH_GOAL:.0f})")
+        return 0 if growth <= GROWTH_GOAL and not glide["missing"] else 1
     finally:
-        if proc and proc.poll() is None:
-            run.stop(proc)
+        for p in procs:
+            if p.poll() is None:
+                run.stop(p)
         run.end_session(session)
         server.shutdown()
         shutil.rmtree(work, ignore_errors=True)

@@ -114,7 +114,8 @@ double Val(const QString& text)
         int base = kind == QLatin1Char('H') ? 16 : kind == QLatin1Char('O') ? 8 : 0;
         if (base == 0)
             return 0;
-        qint64 result = 0;
+        // Digits past 32 bits shift out, as in a Long register: a long literal never overflows.
+        std::uint32_t result = 0;
         int digitCount = 0;
         for (qsizetype i = 2; i < s.size(); ++i) {
             const int digit = s[i].isDigit() && s[i].unicode() < 128 ? s[i].unicode() - '0'
@@ -123,7 +124,7 @@ double Val(const QString& text)
                                   : -1;
             if (digit < 0 || digit >= base)
                 break;
-            result = result * base + digit;
+            result = result * std::uint32_t(base) + std::uint32_t(digit);
             ++digitCount;
         }
         // As the classic runtime reads them: a value that fits 16 bits (up to four hex digits,
@@ -131,7 +132,7 @@ double Val(const QString& text)
         const bool integer = base == 16 ? digitCount <= 4 : result <= 0xFFFF && digitCount <= 6;
         if (integer)
             return static_cast<double>(static_cast<std::int16_t>(static_cast<std::uint16_t>(result)));
-        return static_cast<double>(static_cast<std::int32_t>(static_cast<std::uint32_t>(result)));
+        return static_cast<double>(static_cast<std::int32_t>(result));
     }
 
     qsizetype i = 0;
