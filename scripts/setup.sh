@@ -15,7 +15,7 @@ packages=(
   pulseaudio pulseaudio-utils
   # a virtual screen for tests and for headless runs, with a window manager for the end-to-end
   # tests; the locales package builds the comma-decimal locale the conversion tests run under
-  xvfb xauth x11-utils xdotool imagemagick openbox locales
+  xvfb xauth x11-utils xdotool desktop-file-utils imagemagick openbox locales
   # the benchmark's driver
   python3
   # reading back what a print to a PDF file holds

@@ -228,6 +228,40 @@ QImage intro(const Look& look)
     return img;
 }
 
+// The program's icon for the desktop's menu: the intro's glider on its flight path, on a rounded
+// tile in the default theme's colours, drawn at the given size.
+QImage appIcon(const Look& look, int size)
+{
+    QImage img(size, size, QImage::Format_ARGB32_Premultiplied);
+    img.fill(Qt::transparent);
+    QPainter p(&img);
+    p.setRenderHint(QPainter::Antialiasing);
+    p.scale(size / 64.0, size / 64.0);
+    QLinearGradient g(0, 0, 64, 64);
+    g.setColorAt(0, look.backTop);
+    g.setColorAt(1, look.backBottom);
+    p.setPen(QPen(look.dark, 1.5));
+    p.setBrush(g);
+    p.drawRoundedRect(QRectF(2, 2, 60, 60), 11, 11);
+
+    QPainterPath trail;
+    trail.moveTo(8, 54);
+    trail.cubicTo(22, 56, 30, 30, 50, 20);
+    p.setPen(QPen(look.accent.lighter(150), 3, Qt::DotLine, Qt::RoundCap));
+    p.setBrush(Qt::NoBrush);
+    p.drawPath(trail);
+    QPainterPath glider;
+    glider.moveTo(56, 14);
+    glider.lineTo(30, 10);
+    glider.lineTo(38, 22);
+    glider.lineTo(26, 36);
+    glider.closeSubpath();
+    p.setPen(QPen(look.dark, 1.5, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
+    p.setBrush(look.face.lighter(130));
+    p.drawPath(glider);
+    return img;
+}
+
 bool saveBmp(const QImage& img, const QString& path)
 {
     if (!img.save(path, "BMP")) {
@@ -326,7 +360,8 @@ int main(int argc, char* argv[])
     };
 
     // First: they need no encoder.
-    const bool pictures = writeAccessoryPictures(root + "/src/accessories/resources", g_font);
+    const bool pictures = writeAccessoryPictures(root + "/src/accessories/resources", g_font) &&
+                          appIcon(classic, 256).save(root + "/program/glidepath.png");
     bool ok = pictures && writeTheme(classic, root + "/themes/Default", lame) && writeTheme(midnight, root + "/themes/Midnight", lame);
 
     QDir().mkpath(root + "/art");
