@@ -71,6 +71,12 @@ QByteArray RealProgram::read(const QString& name) const
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
+QByteArray RealProgram::errorOutput()
+{
+    m_log += m_process.readAllStandardError();
+    return m_log;
+}
+
 void RealProgram::useTheme(const QString& theme)
 {
     write(QStringLiteral("ThemeDir.INI"), "[Theme Directory]\r\nDIR=" + path(theme).toLocal8Bit() + "\r\n");

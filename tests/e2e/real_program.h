@@ -27,6 +27,10 @@ public:
     void start();
     bool running() const { return m_process.state() != QProcess::NotRunning; }
     int exitCode() const { return m_process.exitCode(); }
+    // Ended by a signal (a crash or an abort), not by its own exit.
+    bool crashed() const { return m_process.exitStatus() == QProcess::CrashExit; }
+    // What the program wrote to its standard error so far.
+    QByteArray errorOutput();
     bool waitForExit(int ms = 10000);
 
     // Every caption the program wrote, oldest first.
