@@ -3,11 +3,14 @@
 #include "errors.h"
 #include "files.h"
 
+#include <QBuffer>
+#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QImageReader>
 
 #include <cstdlib>
+#include <vector>
 
 namespace platform {
 namespace {
@@ -22,9 +25,9 @@ quint32 little(const QByteArray& bytes, int at, int size)
 
 // A bitmap file whose pixels end before their rows do: the image reader fills the missing rows
 // in silently, where a picture cut short must not load at all.
-bool truncatedBitmap(QFile& file)
+bool truncatedBitmap(const QByteArray& file)
 {
-    const QByteArray head = file.peek(34);
+    const QByteArray head = file.left(34);
     if (head.size() < 34 || !head.startsWith("BM") || little(head, 14, 4) < 40)
         return false; // not a bitmap with a full header: the reader decides
     const quint32 offset = little(head, 10, 4);
@@ -36,6 +39,19 @@ bool truncatedBitmap(QFile& file)
         return false; // run-length rows have no fixed size
     const qint64 row = (bits * std::abs(width) + 31) / 32 * 4;
     return file.size() < qint64(offset) + row * std::abs(height);
+}
+
+// Every window shows the theme's Main.BMP: loads of the same bytes share one decoded picture
+// instead of a copy each. Known by their digest, so a file rewritten in place is read afresh.
+struct Loaded {
+    QByteArray digest;
+    QPixmap picture;
+};
+
+std::vector<Loaded>& loadedPictures()
+{
+    static std::vector<Loaded> loaded;
+    return loaded;
 }
 
 } // namespace
@@ -50,16 +66,28 @@ QPixmap LoadPicture(const QString& path)
         raiseError(ErrFileNotFound);
     if (!info.isFile() || !info.isReadable())
         raiseError(ErrPathFileAccess);
-    QFile bytes(file);
-    if (!bytes.open(QIODevice::ReadOnly))
+    QFile input(file);
+    if (!input.open(QIODevice::ReadOnly))
         raiseError(ErrPathFileAccess);
+    QByteArray bytes = input.readAll();
+    const QByteArray digest = QCryptographicHash::hash(bytes, QCryptographicHash::Sha1);
+    auto& loaded = loadedPictures();
+    std::erase_if(loaded, [](const Loaded& l) { return l.picture.isDetached(); }); // held by no window
+    for (const Loaded& l : loaded) {
+        if (l.digest == digest)
+            return l.picture;
+    }
     if (truncatedBitmap(bytes))
         raiseError(ErrInvalidPicture);
-    QImageReader reader(&bytes);
+    QBuffer buffer(&bytes);
+    buffer.open(QIODevice::ReadOnly);
+    QImageReader reader(&buffer);
     const QImage image = reader.read();
     if (image.isNull())
         raiseError(ErrInvalidPicture);
-    return QPixmap::fromImage(image);
+    const QPixmap picture = QPixmap::fromImage(image);
+    loaded.push_back({digest, picture});
+    return picture;
 }
 
 } // namespace platform

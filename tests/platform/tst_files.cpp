@@ -1,12 +1,15 @@
-// 8-bit text, the delimited-field reader and the file-number rules of sequential files.
+// 8-bit text, the delimited-field reader, the file-number rules of sequential files and
+// pictures loaded from files.
 
 #include "platform/cp1252.h"
 #include "platform/errors.h"
 #include "platform/field_reader.h"
 #include "platform/files.h"
+#include "platform/picture.h"
 #include "support/test_runtime.h"
 
 #include <QDir>
+#include <QImage>
 #include <QTest>
 
 using namespace platform;
@@ -34,6 +37,7 @@ private Q_SLOTS:
     void fileNumberRules();
     void outputReplacesOnlyOnClose();
     void appendAndReadBack();
+    void picturesOfTheSameBytesShared();
 };
 
 void TestFiles::everyByteRoundTrips()
@@ -150,6 +154,34 @@ void TestFiles::appendAndReadBack()
     QCOMPARE(InputChars(5, 2), QStringLiteral("end\r\n"));
     QVERIFY(Eof(2));
     Close(2);
+}
+
+void TestFiles::picturesOfTheSameBytesShared()
+{
+    TestRuntime t;
+    QImage red(40, 30, QImage::Format_RGB32);
+    red.fill(Qt::red);
+    QVERIFY(red.save(t.path("a.BMP"), "BMP"));
+    QVERIFY(QFile::copy(t.path("a.BMP"), t.path("b.BMP")));
+    const QPixmap a = LoadPicture(t.path("a.BMP"));
+    const QPixmap b = LoadPicture(t.path("b.BMP"));
+    QCOMPARE(b.cacheKey(), a.cacheKey()); // one decoded copy for both windows
+
+    // Rewritten in place with a picture of the same size, at once: read afresh.
+    QImage blue = red;
+    blue.fill(Qt::blue);
+    QVERIFY(blue.save(t.path("a.BMP"), "BMP"));
+    QCOMPARE(LoadPicture(t.path("a.BMP")).toImage().pixelColor(5, 5), QColor(Qt::blue));
+    QCOMPARE(LoadPicture(t.path("b.BMP")).toImage().pixelColor(5, 5), QColor(Qt::red));
+
+    // A copy cut short is no picture, whatever was loaded before; errors come as before.
+    QFile whole(t.path("b.BMP"));
+    QVERIFY(whole.open(QIODevice::ReadOnly));
+    t.write("cut.BMP", whole.readAll().chopped(200));
+    QCOMPARE(errorOf([&] { LoadPicture(t.path("cut.BMP")); }), int(ErrInvalidPicture));
+    t.write("text.BMP", "not a picture");
+    QCOMPARE(errorOf([&] { LoadPicture(t.path("text.BMP")); }), int(ErrInvalidPicture));
+    QCOMPARE(errorOf([&] { LoadPicture(t.path("none.BMP")); }), int(ErrFileNotFound));
 }
 
 QTEST_MAIN(TestFiles)
