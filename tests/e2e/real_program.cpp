@@ -157,6 +157,18 @@ unsigned long RealProgram::activeWindow() const
     return xdo({"getactivewindow"}).toULong();
 }
 
+unsigned long RealProgram::waitForActiveOtherThan(unsigned long window, int ms) const
+{
+    // Asked once per look: the window manager may pass the focus about while a window maps.
+    unsigned long found = 0;
+    (void)QTest::qWaitFor([&] {
+        const unsigned long active = activeWindow();
+        found = active != window && active && inner(active).width() > 100 ? active : 0;
+        return found != 0;
+    }, ms);
+    return found;
+}
+
 bool RealProgram::waitForGone(unsigned long window, int ms)
 {
     return QTest::qWaitFor([&] {
@@ -171,7 +183,7 @@ bool RealProgram::waitForGone(unsigned long window, int ms)
 unsigned long RealProgram::waitForWindowLike(const QString& pattern, int ms, QSize atLeast)
 {
     unsigned long found = 0;
-    QTest::qWaitFor([&] {
+    (void)QTest::qWaitFor([&] {
         const QStringList ids = xdo({"search", "--all", "--onlyvisible", "--pid", QString::number(m_process.processId()),
                                      "--name", pattern}).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
         for (const QString& id : ids) {
@@ -266,4 +278,37 @@ void RealProgram::type(const QString& text)
 void RealProgram::resize(unsigned long window, QSize size)
 {
     xdo({"windowsize", "--sync", QString::number(window), QString::number(size.width()), QString::number(size.height())});
+}
+
+unsigned long RealProgram::openMainWindow(bool settled)
+{
+    const QString mainTitle = QStringLiteral("^Glidepath - \\[");
+    const qsizetype before = captions().size(); // an earlier run in this folder wrote these
+    start();
+    // The intro stands in the middle of the screen, above everything, until it is clicked.
+    if (!waitForAnyWindow())
+        return 0;
+    QTest::qWait(500);
+    clickScreen(screen().center());
+    if (!settled)
+        return waitForWindowLike(mainTitle, 30000);
+    if (!QTest::qWaitFor([&] {
+            const QStringList written = captions().mid(before);
+            const qsizetype done = written.indexOf(QLatin1String("Glidepath - [Done Loading Document]"));
+            for (qsizetype i = done + 1; done >= 0 && i < written.size(); ++i)
+                if (written[i].startsWith(QLatin1String("Glidepath - [Going to: ")))
+                    return true;
+            return false;
+        }, 30000))
+        return 0;
+    return waitForWindowLike(mainTitle);
+}
+
+void RealProgram::chooseMenu(unsigned long main, const QStringList& keys)
+{
+    activate(main);
+    click(main, QPoint(20, 8));
+    QTest::qWait(300);
+    for (const QString& k : keys)
+        key(k);
 }

@@ -50,6 +50,8 @@ public:
     bool waitForGone(unsigned long window, int ms = 10000);
     // The window that has the keyboard.
     unsigned long activeWindow() const;
+    // The window (wider than a menu's edge) that takes the keyboard from window; 0 when none does.
+    unsigned long waitForActiveOtherThan(unsigned long window, int ms = 10000) const;
     bool waitForAnyWindow(int ms = 20000);
     QString title(unsigned long window) const;
     // The window's outer rectangle (frame included) and its inner one, in screen pixels.
@@ -65,6 +67,13 @@ public:
     void key(const QString& keys);   // xdotool key names: "Return", "ctrl+a"
     void type(const QString& text);
     void resize(unsigned long window, QSize inner);
+
+    // Started, the intro clicked away, and the main window come (0 when it does not). Settled,
+    // its load sequence is over too: "[Done Loading Document]", then "Going to:" once more.
+    unsigned long openMainWindow(bool settled = true);
+    // A menu entry chosen with the keyboard: File opened with a click, then the keys (Left from
+    // File wraps to the last menu, with its first entry highlighted).
+    void chooseMenu(unsigned long main, const QStringList& keys);
 
 private:
     QString xdo(const QStringList& args) const;

@@ -14,41 +14,13 @@
 
 namespace {
 
-const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
-const QString kMainTitle = QStringLiteral("^Glidepath - \\[");
 constexpr int kTwipsPerPixel = 15; // the test screen runs at 96 dpi
 
-// A started program whose intro has been clicked away and whose main window has loaded.
+// The main window settled on the loopback server's titled page.
 unsigned long openMainWindow(RealProgram& program, const HttpServer& server)
 {
     program.write(QStringLiteral("HomePage.TXT"), server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
-    program.start();
-    const qsizetype before = program.captions().size(); // a run before this one wrote these
-    if (!program.waitForAnyWindow())
-        return 0;
-    QTest::qWait(500);
-    program.clickScreen(program.screen().center());
-    if (!QTest::qWaitFor([&] {
-            const QStringList captions = program.captions().mid(before);
-            const qsizetype done = captions.indexOf(kDone);
-            for (qsizetype i = done + 1; done >= 0 && i < captions.size(); ++i)
-                if (captions[i].startsWith(QLatin1String("Glidepath - [Going to: ")))
-                    return true;
-            return false;
-        }, 30000))
-        return 0;
-    return program.waitForWindowLike(kMainTitle);
-}
-
-// A menu entry chosen with the keyboard: File opened with a click, then the arrow keys.
-// Left from File wraps to Misc., and once more to Tools; their first entry is highlighted.
-void chooseMenu(RealProgram& program, unsigned long main, const QStringList& keys)
-{
-    program.activate(main);
-    program.click(main, QPoint(20, 8));
-    QTest::qWait(300);
-    for (const QString& k : keys)
-        program.key(k);
+    return program.openMainWindow();
 }
 
 const QStringList kCalculator{"Left", "Left", "Down", "Down", "Return"};
@@ -107,7 +79,7 @@ void TestAccessoriesProgram::calculationTypedOnTheKeyboard()
     program.useTheme();
     const unsigned long main = openMainWindow(program, m_server);
     QVERIFY(main);
-    chooseMenu(program, main, kCalculator);
+    program.chooseMenu(main, kCalculator);
     const unsigned long calc = program.waitForWindow(QStringLiteral("Calculator"));
     QVERIFY(calc);
     QTRY_COMPARE(program.activeWindow(), calc);
@@ -130,7 +102,7 @@ void TestAccessoriesProgram::doodleDrawnWithTheMouse()
     program.useTheme();
     const unsigned long main = openMainWindow(program, m_server);
     QVERIFY(main);
-    chooseMenu(program, main, kDoodlePad);
+    program.chooseMenu(main, kDoodlePad);
     const unsigned long pad = program.waitForWindow(QStringLiteral("Doodle [Double Click To Get Options Window]"));
     QVERIFY(pad);
     QTest::qWait(500);
@@ -159,7 +131,7 @@ void TestAccessoriesProgram::notesSurviveARestart()
     program.write(QStringLiteral("Notes.TXT"), "abc");
     unsigned long main = openMainWindow(program, m_server);
     QVERIFY(main);
-    chooseMenu(program, main, kNotePad);
+    program.chooseMenu(main, kNotePad);
     const unsigned long pad = program.waitForWindow(QStringLiteral("Notepad (Automaticly Saves, Each Keystroke)"));
     QVERIFY(pad);
     QTRY_COMPARE(program.read(QStringLiteral("Notes.TXT")), QByteArray("abc\r\n")); // saved as it opens
@@ -168,11 +140,11 @@ void TestAccessoriesProgram::notesSurviveARestart()
     QTRY_COMPARE(program.read(QStringLiteral("Notes.TXT")), QByteArray("Hi abc\r\n"));
 
     // The program ends (File, Exit) and starts again: the note comes back one CR LF longer.
-    chooseMenu(program, main, {"Up", "Return"});
+    program.chooseMenu(main, {"Up", "Return"});
     QVERIFY(program.waitForExit());
     main = openMainWindow(program, m_server);
     QVERIFY(main);
-    chooseMenu(program, main, kNotePad);
+    program.chooseMenu(main, kNotePad);
     QVERIFY(program.waitForWindow(QStringLiteral("Notepad (Automaticly Saves, Each Keystroke)")));
     QTRY_COMPARE(program.read(QStringLiteral("Notes.TXT")), QByteArray("Hi abc\r\n\r\n"));
 }
@@ -186,7 +158,7 @@ void TestAccessoriesProgram::mp3PlayedAndFirstQuestionCancelled()
     // The intro's music has ended (it plays the same file).
     QTRY_VERIFY_WITH_TIMEOUT(!playingStreams().contains(QStringLiteral("Glidepath Default")), 15000);
     // Misc., MP3 Player: the question comes first; a file typed into it plays.
-    chooseMenu(program, main, kMP3Player);
+    program.chooseMenu(main, kMP3Player);
     unsigned long question = program.waitForWindow(QStringLiteral("Open"));
     QVERIFY(question);
     QTRY_COMPARE(program.activeWindow(), question);
@@ -201,7 +173,7 @@ void TestAccessoriesProgram::mp3PlayedAndFirstQuestionCancelled()
     QVERIFY(program.waitForGone(player));
 
     // Again, and cancelled: no player window.
-    chooseMenu(program, main, kMP3Player);
+    program.chooseMenu(main, kMP3Player);
     question = program.waitForWindow(QStringLiteral("Open"));
     QVERIFY(question);
     QTRY_COMPARE(program.activeWindow(), question);
@@ -229,7 +201,7 @@ void TestAccessoriesProgram::aboutBoxInAColourCode()
         program.write(QStringLiteral("ForeC.INI"), code);
     const unsigned long main = openMainWindow(program, m_server);
     QVERIFY(main);
-    chooseMenu(program, main, kAbout);
+    program.chooseMenu(main, kAbout);
     const unsigned long about = program.waitForWindow(QStringLiteral("About This Application"));
     QVERIFY(about);
     QTest::qWait(800);
@@ -254,11 +226,10 @@ void TestAccessoriesProgram::readmeMissing()
     QFile::remove(program.path(QStringLiteral("readme.TXT")));
     const unsigned long main = openMainWindow(program, m_server);
     QVERIFY(main);
-    chooseMenu(program, main, kReadme);
+    program.chooseMenu(main, kReadme);
     // The message, above everything, with the keyboard; its OK by the keyboard.
-    unsigned long message = 0;
-    QTRY_VERIFY_WITH_TIMEOUT((message = program.activeWindow()) != main && message && program.inner(message).width() > 100,
-                             10000);
+    const unsigned long message = program.waitForActiveOtherThan(main);
+    QVERIFY(message);
     QCOMPARE(program.waitForWindow(QStringLiteral("Read Me "), 500), 0ul); // the viewer waits for it
     program.activate(message);
     program.key(QStringLiteral("Return"));

@@ -16,7 +16,6 @@
 
 namespace {
 
-const QString kMainTitle = QStringLiteral("^Glidepath - \\[");
 
 QByteArray randomBytes(qsizetype size, quint32 seed)
 {
@@ -65,28 +64,6 @@ QStringList changedFiles(const QMap<QString, QByteArray>& before, const QMap<QSt
     return changed;
 }
 
-// The intro clicked away, then the main window; 0 when it does not come.
-unsigned long openMainWindow(RealProgram& program)
-{
-    program.start();
-    if (!program.waitForAnyWindow())
-        return 0;
-    QTest::qWait(500);
-    program.clickScreen(program.screen().center());
-    return program.waitForWindowLike(kMainTitle, 30000);
-}
-
-// A menu entry chosen with the keyboard: File opened with a click, then the keys (Left moves to
-// the menu before, with its first entry highlighted).
-void chooseMenu(RealProgram& program, unsigned long main, const QStringList& keys)
-{
-    program.activate(main);
-    program.click(main, QPoint(20, 8));
-    QTest::qWait(300);
-    for (const QString& k : keys)
-        program.key(k);
-}
-
 const QStringList kFavourites{"Down", "Return"};
 const QStringList kNotePad{"Left", "Left", "Down", "Down", "Down", "Return"};
 const QStringList kReadme{"Up", "Up", "Up", "Return"};
@@ -126,16 +103,16 @@ void TestBadFiles::settingsFiles()
     const QByteArray notes = program.read(QStringLiteral("Notes.TXT"));
     const auto before = fingerprints(program);
 
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow(false);
     QVERIFY2(main, program.errorOutput().right(2000).constData());
     QTest::qWait(2000); // the load sequence, to its end
     QVERIFY(program.running());
 
-    chooseMenu(program, main, kFavourites);
+    program.chooseMenu(main, kFavourites);
     QVERIFY(program.waitForWindow(QStringLiteral("Favorite Places"), 30000));
-    chooseMenu(program, main, kNotePad);
+    program.chooseMenu(main, kNotePad);
     QVERIFY(program.waitForWindowLike(QStringLiteral("^Notepad "), 30000));
-    chooseMenu(program, main, kReadme);
+    program.chooseMenu(main, kReadme);
     QVERIFY(program.waitForWindow(QStringLiteral("Read Me "), 30000));
     QTest::qWait(1000);
     QVERIFY2(program.running(), program.errorOutput().right(2000).constData());
@@ -206,7 +183,7 @@ void TestBadFiles::themeFiles()
         QVERIFY(!program.crashed());
         QCOMPARE(program.exitCode(), 1);
     } else {
-        const unsigned long main = openMainWindow(program);
+        const unsigned long main = program.openMainWindow(false);
         QVERIFY2(main, program.errorOutput().right(2000).constData());
         QTest::qWait(2000);
         QVERIFY2(program.running(), program.errorOutput().right(2000).constData());

@@ -16,28 +16,6 @@ const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
 const QString kMainTitle = QStringLiteral("^Glidepath - \\[");
 constexpr double kTwipsPerPixel = 15; // the test screen runs at 96 dpi
 
-// A started program whose intro has been clicked away and whose main window has loaded.
-unsigned long openMainWindow(RealProgram& program)
-{
-    program.start();
-    // The intro stands in the middle of the screen, above everything, until it is clicked.
-    if (!program.waitForAnyWindow())
-        return 0;
-    QTest::qWait(500);
-    const QRect screen = program.screen();
-    program.clickScreen(screen.center());
-    // The load sequence ends with the status pop-up gone and "Going to:" once more.
-    if (!QTest::qWaitFor([&] {
-            const QStringList captions = program.captions();
-            const qsizetype done = captions.indexOf(kDone);
-            for (qsizetype i = done + 1; done >= 0 && i < captions.size(); ++i)
-                if (captions[i].startsWith(QLatin1String("Glidepath - [Going to: ")))
-                    return true;
-            return false;
-        }, 30000))
-        return 0;
-    return program.waitForWindowLike(kMainTitle);
-}
 
 // The program with the Default theme and a loopback page as its home page.
 void prepare(RealProgram& program, const HttpServer& server)
@@ -114,9 +92,8 @@ void TestProgram::firstStartAsksForATheme()
     const unsigned long selector = program.waitForWindow(QStringLiteral("Theme Selector"));
     QVERIFY(selector);
     // The message stands above the selector, with the keyboard, and waits for its OK.
-    unsigned long message = 0;
-    QTRY_VERIFY_WITH_TIMEOUT((message = program.activeWindow()) != selector && message &&
-                                 program.inner(message).width() > 100, 10000);
+    const unsigned long message = program.waitForActiveOtherThan(selector);
+    QVERIFY(message);
     QVERIFY(wholeOnScreen(program, message));
     program.activate(message);
     program.key(QStringLiteral("Return"));
@@ -141,7 +118,7 @@ void TestProgram::typedAddressAndEnter()
 {
     RealProgram program;
     prepare(program, m_server);
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     // One window, made once: the one that showed the first caption is the one still there.
     QTest::qWait(1000);
@@ -161,7 +138,7 @@ void TestProgram::accessPhraseStopsTheBrowser()
 {
     RealProgram program;
     prepare(program, m_server);
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     intoAddressBox(program, main);
     program.type(QStringLiteral("Crane at Dusk"));
@@ -179,7 +156,7 @@ void TestProgram::resizeFollowsTheOuterSizeThenExit()
 {
     RealProgram program;
     prepare(program, m_server);
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
 
     // The first layout already counts the frame: the pane ends 255 twips short of the outer
@@ -224,7 +201,7 @@ void TestProgram::savePageEmptiesTheChosenFile()
     RealProgram program;
     prepare(program, m_server);
     program.write(QStringLiteral("page.htm"), "what it held before");
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     // File, Page (the fourth entry), Save Page.
     chooseFromMenu(program, main, 0, {"Down", "Down", "Right", "Down", "Return"});
@@ -242,7 +219,7 @@ void TestProgram::openPageShowsALocalFile()
     RealProgram program;
     prepare(program, m_server);
     program.write(QStringLiteral("local.html"), "<title>On Disk</title><p>here</p>");
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     chooseFromMenu(program, main, 0, {"Down", "Down", "Right", "Return"}); // File, Page, Open Page
     answerFileDialog(program, program.path(QStringLiteral("local.html")));
@@ -256,7 +233,7 @@ void TestProgram::favouritesSurviveARestart()
         prepare(program, m_server);
         if (typed == QLatin1String("z"))
             program.write(QStringLiteral("FavPlaces.INI"), "http://a.example/x,y\r\n"); // as the first run left it
-        const unsigned long main = openMainWindow(program);
+        const unsigned long main = program.openMainWindow();
         QVERIFY(main);
         chooseFromMenu(program, main, 0, {"Return"}); // File, Favorite Places
         const unsigned long favourites = program.waitForWindow(QStringLiteral("Favorite Places"));
@@ -280,7 +257,7 @@ void TestProgram::goIdleAndClickBack()
 {
     RealProgram program;
     prepare(program, m_server);
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     chooseFromMenu(program, main, 5, {"Down", "Down", "Return"}); // Misc., Go Idle
     QVERIFY(program.waitForGone(main));
@@ -297,7 +274,7 @@ void TestProgram::printSetUpThenPrintToAPdfFile()
 {
     RealProgram program;
     prepare(program, m_server);
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     // File, Printer (after Favorite Places, Edit Home Page and Page), Print Setup.
     chooseFromMenu(program, main, 0, {"Down", "Down", "Down", "Right", "Down", "Return"});
@@ -338,7 +315,7 @@ void TestProgram::driveExplorerFollowsItsWindow()
 {
     RealProgram program;
     prepare(program, m_server);
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     chooseFromMenu(program, main, 4, {"Down", "Return"}); // Tools, Drive Explorer
     const unsigned long explorer = program.waitForWindow(QStringLiteral("Drive Explorer"));
@@ -364,7 +341,7 @@ void TestProgram::sourceViewerFetchesAtOnceThenEditorAndPreview()
 {
     RealProgram program;
     prepare(program, m_server);
-    const unsigned long main = openMainWindow(program);
+    const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     const int fetched = int(m_server.paths().count(QStringLiteral("/titled")));
     chooseFromMenu(program, main, 4, {"Up", "Right", "Down", "Return"}); // Tools, HTML, HTML Viewer
