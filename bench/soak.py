@@ -6,8 +6,9 @@ than twenty times a second, to keep a runaway script from hanging the browser).
 
 Passes when the program neither crashes nor hangs (every page is asked for within 30 seconds of
 the one before) and the memory (PSS) of its process tree after the 1,000th page is within 10%
-of its value after the 50th. The bare view (bench/bareview) then follows the same pages, as the
-baseline. Prints the figures; exits non-zero on a failure.
+of its value after the 50th. The growth over the second half tells a cache that has filled
+(none) from a leak (as much as in the first). The bare view (bench/bareview) then follows the
+same pages, as the baseline. Prints the figures; exits non-zero on a failure.
 
 Usage: python3 bench/soak.py [pages]   (after a build; the build directory is ./build)
 """
@@ -124,13 +125,16 @@ def follow(proc, env, log):
         return None
     time.sleep(1)
     early, early_kinds, early_at = run.pss_kib(run.tree(proc.pid)), processes(proc.pid), time.monotonic()
+    if not wait_for_page(proc, PAGES // 2):
+        return None
+    half = run.pss_kib(run.tree(proc.pid))
     if not wait_for_page(proc, PAGES):
         return None
     time.sleep(1)
     late, late_kinds = run.pss_kib(run.tree(proc.pid)), processes(proc.pid)
     with Pages.lock:
         missing = [n for n in range(PAGES + 1) if n not in set(Pages.requested)]
-    return {"early": early, "late": late, "early_kinds": early_kinds, "late_kinds": late_kinds,
+    return {"early": early, "half": half, "late": late, "early_kinds": early_kinds, "late_kinds": late_kinds,
             "per_page": 1000 * (time.monotonic() - early_at) / (PAGES - FIRST_MEASURE), "missing": len(missing)}
 
 
@@ -141,6 +145,9 @@ def report(name, r):
     print(f"{name}: PSS of the tree after page {FIRST_MEASURE:<5d}{r['early'] / 1024:8.1f} MiB ({r['early_kinds']})")
     print(f"{name}: PSS of the tree after page {PAGES:<5d}{r['late'] / 1024:8.1f} MiB ({r['late_kinds']})")
     print(f"{name}: growth                           {100 * growth:8.1f} %")
+    # Caches fill early and then stay; a leak goes on growing in the second half as in the first.
+    print(f"{name}: growth over the second half      {100 * (r['late'] / r['half'] - 1):8.1f} % "
+          f"(page {PAGES // 2}: {r['half'] / 1024:.1f} MiB)")
     return growth
 
 
