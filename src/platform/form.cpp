@@ -23,6 +23,8 @@ namespace {
 constexpr int kFrameMs = 16;
 // How long after a frame change the frame is read once more.
 constexpr int kFrameSettleMs = 150;
+// Strokes kept waiting at most, about 80 KB: a fan of circles or an effect's lines fit.
+constexpr std::size_t kMostWaitingStrokes = 2048;
 } // namespace
 
 Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
@@ -70,10 +72,7 @@ QPoint Form::clientOrigin() const
     return QPoint(0, m_menuHeight);
 }
 
-Form::~Form()
-{
-    endBatch();
-}
+Form::~Form() = default;
 
 GraphicsLayer& Form::graphicsLayer()
 {
@@ -257,36 +256,48 @@ void Form::setBackColor(OleColor color)
 
 void Form::Cls()
 {
-    endBatch();
+    m_strokes.clear(); // covered before they were ever shown
     if (!m_surface.isNull())
         m_surface.fill(toQColor(m_backColor));
     m_drawn = QRect();
     update();
 }
 
-QPainter& Form::batchPainter()
+void Form::addStroke(const Stroke& stroke, const QRect& area)
 {
-    if (!m_batch) {
-        if (m_surface.isNull()) {
-            m_surface = QImage(size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
-            m_surface.fill(toQColor(m_backColor));
-        }
-        m_batch = new QPainter(&m_surface);
+    // Made now, at the size the window has while drawing, as if the stroke were drawn at once.
+    if (m_surface.isNull()) {
+        m_surface = QImage(size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
+        m_surface.fill(toQColor(m_backColor));
     }
-    return *m_batch;
+    m_strokes.push_back(stroke);
+    // A loop that draws without yielding still puts its strokes down in bounded runs.
+    if (m_strokes.size() >= kMostWaitingStrokes)
+        endBatch();
+    m_drawn |= area;
+    if (!m_flushTimer)
+        m_flushTimer = startTimer(kFrameMs, Qt::PreciseTimer);
 }
 
 void Form::endBatch()
 {
-    delete m_batch;
-    m_batch = nullptr;
-}
-
-void Form::drew(const QRect& area)
-{
-    m_drawn |= area;
-    if (!m_flushTimer)
-        m_flushTimer = startTimer(kFrameMs, Qt::PreciseTimer);
+    if (m_strokes.empty())
+        return;
+    QPainter painter(&m_surface);
+    for (const Stroke& stroke : m_strokes) {
+        painter.setPen(QColor(stroke.colour));
+        switch (stroke.kind) {
+        case Stroke::Segment: painter.drawLine(stroke.a, stroke.b); break;
+        case Stroke::Dot: painter.drawPoint(stroke.a.toPoint()); break;
+        case Stroke::Ring: {
+            const QPoint centre = stroke.a.toPoint();
+            const int r = int(stroke.b.x());
+            painter.drawEllipse(QRect(centre.x() - r, centre.y() - r, 2 * r, 2 * r));
+            break;
+        }
+        }
+    }
+    m_strokes.clear();
 }
 
 void Form::timerEvent(QTimerEvent* event)
@@ -361,10 +372,8 @@ void Form::Line(double x1, double y1, double x2, double y2, OleColor color)
 {
     const QPointF a = toSurface(x1, y1);
     const QPointF b = toSurface(x2, y2);
-    QPainter& painter = batchPainter();
-    painter.setPen(toQColor(color));
-    painter.drawLine(a, b);
-    drew(QRectF(a, b).normalized().toAlignedRect().adjusted(-1, -1, 1, 1));
+    addStroke({Stroke::Segment, toQColor(color).rgb(), a, b},
+              QRectF(a, b).normalized().toAlignedRect().adjusted(-1, -1, 1, 1));
 }
 
 void Form::Circle(double x, double y, double radius, OleColor color)
@@ -374,13 +383,8 @@ void Form::Circle(double x, double y, double radius, OleColor color)
     const QPointF exact = toSurface(x, y);
     const QPoint centre = exact.toPoint();
     const int r = int(std::lround(toSurface(x + radius, y).x() - exact.x()));
-    QPainter& painter = batchPainter();
-    painter.setPen(toQColor(color));
-    if (r < 1)
-        painter.drawPoint(centre);
-    else
-        painter.drawEllipse(QRect(centre.x() - r, centre.y() - r, 2 * r, 2 * r));
-    drew(QRect(centre.x() - r - 1, centre.y() - r - 1, 2 * r + 3, 2 * r + 3));
+    addStroke({r < 1 ? Stroke::Dot : Stroke::Ring, toQColor(color).rgb(), QPointF(centre), QPointF(r, 0)},
+              QRect(centre.x() - r - 1, centre.y() - r - 1, 2 * r + 3, 2 * r + 3));
 }
 
 // Events ----------------------------------------------------------------------------------

@@ -16,6 +16,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 class QMenuBar;
 class QPainter;
@@ -146,11 +147,16 @@ private:
     // The same, with the layout run again when it changed.
     void followFrame();
     void ensureSurface();
-    // The painter of the present batch of drawing on the surface (made on first use), and the
-    // end of the batch: the drawn area reaches the screen at most once a display frame.
-    QPainter& batchPainter();
-    void drew(const QRect& area);
-    void endBatch();
+    // Drawing waits as strokes until the surface is next read or shown: a clear that comes
+    // first (the lines effect clears over a fan of circles) drops them undrawn. The drawn area
+    // reaches the screen at most once a display frame.
+    struct Stroke {
+        enum Kind : std::uint8_t { Segment, Ring, Dot } kind;
+        QRgb colour;
+        QPointF a, b; // a segment's ends; a ring's or dot's centre, and the ring's radius in b.x
+    };
+    void addStroke(const Stroke& stroke, const QRect& area);
+    void endBatch(); // draws the waiting strokes on the surface
 
     QMenuBar* m_menuBar = nullptr;
     int m_menuHeight = 0; // pixels
@@ -164,7 +170,7 @@ private:
     bool m_heightWritten = false;
     OleColor m_backColor = vbButtonFace;
     QImage m_surface;
-    QPainter* m_batch = nullptr;
+    std::vector<Stroke> m_strokes; // drawn, not yet on the surface
     QRect m_drawn; // drawn since the last flush to the screen
     int m_flushTimer = 0;
     GraphicsLayer* m_graphics = nullptr;

@@ -339,19 +339,31 @@ void TestForms::drawingInAUserScale()
     sample.Scale(0, 0, 100, 100);
     QCOMPARE(sample.ScaleWidth(), 100.0);
     sample.Line(0, 50, 100, 50, RGB(255, 0, 0));
-    const QImage& surface = sample.surface();
     const int y = sample.height() / 2;
-    QCOMPARE(surface.pixelColor(sample.width() / 2, y), QColor(255, 0, 0));
-    QCOMPARE(surface.pixelColor(sample.width() / 2, y / 2), QColor(0, 0, 0));
+    QCOMPARE(sample.surface().pixelColor(sample.width() / 2, y), QColor(255, 0, 0));
+    QCOMPARE(sample.surface().pixelColor(sample.width() / 2, y / 2), QColor(0, 0, 0));
 
     sample.ScalePixels();
     sample.Circle(10, 10, 0, RGB(0, 255, 0)); // radius 0: a dot
-    QCOMPARE(surface.pixelColor(10, 10), QColor(0, 255, 0));
+    QCOMPARE(sample.surface().pixelColor(10, 10), QColor(0, 255, 0));
     sample.Circle(40, 40, 10, RGB(0, 0, 255));
-    QCOMPARE(surface.pixelColor(50, 40), QColor(0, 0, 255));
+    QCOMPARE(sample.surface().pixelColor(50, 40), QColor(0, 0, 255));
 
     sample.setBackColor(vbWhite); // setting the background clears the drawing
-    QCOMPARE(surface.pixelColor(sample.width() / 2, y), QColor(255, 255, 255));
+    QCOMPARE(sample.surface().pixelColor(sample.width() / 2, y), QColor(255, 255, 255));
+    QCOMPARE(sample.surface().pixelColor(50, 40), QColor(255, 255, 255));
+
+    // Drawn over and over without a pause, and cleared in the middle: what follows the clear
+    // is all there, in the order drawn, however much of it there is.
+    for (int i = 0; i < 3000; ++i)
+        sample.Circle(60, 60, i % 50, RGB(0, 0, 255));
+    sample.Cls();
+    for (int i = 0; i < 5000; ++i)
+        sample.Line(0, i % 100, 100, i % 100, RGB(i < 4900 ? 0 : 255, 0, 0));
+    sample.Line(0, 10, 100, 10, RGB(0, 255, 0));
+    QCOMPARE(sample.surface().pixelColor(50, 99), QColor(255, 0, 0)); // the last run of lines
+    QCOMPARE(sample.surface().pixelColor(50, 10), QColor(0, 255, 0)); // the last line of all
+    QCOMPARE(sample.surface().pixelColor(110, 60), QColor(255, 255, 255)); // the fan was cleared
 }
 
 void TestForms::controlArrayClickReceivesIndex()
