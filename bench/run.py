@@ -255,9 +255,11 @@ def print_drawing(benches=("drawingbench", "richtextbench", "idlebench"), timeou
     env, session = start_session(work)
     try:
         for bench in benches:
-            out = subprocess.run([os.path.join(BUILD, "bench", bench)], env=env, capture_output=True,
-                                 text=True, timeout=timeout).stdout
-            print(out, end="")
+            done = subprocess.run([os.path.join(BUILD, "bench", bench)], env=env, capture_output=True,
+                                  text=True, timeout=timeout)
+            print(done.stdout, end="")
+            if done.returncode != 0:
+                print(f"{bench}: failed (exit {done.returncode}): {done.stderr.strip()[-500:]}")
     finally:
         end_session(session)
         shutil.rmtree(work, ignore_errors=True)

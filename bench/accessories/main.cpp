@@ -15,6 +15,7 @@
 #include "shared/procedures.h"
 #include "startup/theme_selector.h"
 #include "platform/runtime.h"
+#include "../shown.h"
 
 #include <QApplication>
 #include <QDir>
@@ -127,9 +128,9 @@ void notePad()
         form<ThemeSelector>().TPath.setText(kTheme);
         NotePadFRM& pad = form<NotePadFRM>();
         pad.Show();
-        QTest::qWaitForWindowExposed(&pad);
+        waitUntilShown(pad);
         pad.activateWindow();
-        QTest::qWaitForWindowActive(&pad);
+        waitUntilActive(pad);
         pad.Data.SetFocus();
         QTest::qWait(200);
 
@@ -202,7 +203,7 @@ void doodle()
     form<ThemeSelector>().TPath.setText(kTheme);
     DoodleFRM& pad = form<DoodleFRM>();
     pad.Show();
-    QTest::qWaitForWindowExposed(&pad);
+    waitUntilShown(pad);
     QTest::qWait(100);
     QWindow* window = pad.windowHandle();
     const QSize area = pad.size() - QSize(40, 40);

@@ -11,6 +11,7 @@
 #include "platform/colors.h"
 #include "platform/runtime.h"
 #include "shared/procedures.h"
+#include "../shown.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -52,7 +53,7 @@ void lines(int width)
     pad.Line1(0).setVisible(false);
     pad.Line1(0).setBorderWidth(width);
     pad.Show();
-    QTest::qWaitForWindowExposed(&pad);
+    waitUntilShown(pad);
     // The first segment makes the window's one-off buffers (its layer's picture, the screen's
     // backing store); what is counted is what each further segment adds.
     pad.Line1.Load(1).setVisible(true);
@@ -98,7 +99,7 @@ void idleTick()
     Pad screen(1280 * 15, 1024 * 15);
     screen.setBorderless();
     screen.Show();
-    QTest::qWaitForWindowExposed(&screen);
+    waitUntilShown(screen);
     double worst = 0, total = 0;
     constexpr int kTicks = 5;
     for (int tick = 0; tick < kTicks; ++tick) {

@@ -5,6 +5,7 @@
 
 #include "companions/idle_screen.h"
 #include "platform/runtime.h"
+#include "../shown.h"
 
 #include <QApplication>
 #include <QTemporaryDir>
@@ -43,7 +44,7 @@ int main(int argc, char* argv[])
     platform::Runtime runtime(dir.path());
     IdleFRM& idle = platform::form<IdleFRM>();
     idle.Show();
-    QTest::qWaitForWindowExposed(&idle);
+    waitUntilShown(idle);
     QTest::qWait(kSettleMs);
     const QSize drawn = idle.size();
     const double shown = shareOfACore();

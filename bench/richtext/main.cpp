@@ -6,6 +6,7 @@
 #include "platform/form.h"
 #include "platform/rich_text_box.h"
 #include "platform/runtime.h"
+#include "../shown.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -55,7 +56,7 @@ Figures measure(Editor& editor, const QString& text)
         QCoreApplication::processEvents();
     }
     editor.RichText.widget()->setFocus();
-    QTest::qWaitForWindowActive(&editor);
+    waitUntilActive(editor);
     QWidget* area = editor.RichText.widget();
     for (int run = 0; run < 20; ++run) {
         clock.start();
@@ -74,7 +75,7 @@ int main(int argc, char* argv[])
     Runtime runtime;
     Editor editor;
     editor.Show();
-    QTest::qWaitForWindowExposed(&editor);
+    waitUntilShown(editor);
     const QString lines = document();
     const Figures many = measure(editor, lines);
     const Figures one = measure(editor, QString(lines).remove(QStringLiteral("\r\n")));

@@ -72,8 +72,10 @@ struct Program {
         };
         runHandler([this] { m_main = &form<MainFRM>(); });
         m_main->Show();
-        QTest::qWaitForWindowExposed(m_main);
-        QTest::qWaitFor([this] { return captions.contains(kDone); }, 20000);
+        if (!QTest::qWaitForWindowExposed(m_main))
+            QTest::qFail("the main window never reached the screen", __FILE__, __LINE__);
+        if (!QTest::qWaitFor([this] { return captions.contains(kDone); }, 20000))
+            QTest::qFail("the home page never finished loading", __FILE__, __LINE__);
         log.clear();
     }
 
@@ -115,7 +117,8 @@ QVariant evaluate(WebBrowser& browser, const QString& script)
     QVariant result;
     bool done = false;
     browser.view()->page()->runJavaScript(script, [&](const QVariant& v) { result = v; done = true; });
-    QTest::qWaitFor([&] { return done; }, 10000);
+    if (!QTest::qWaitFor([&] { return done; }, 10000))
+        QTest::qFail("the page never answered the script", __FILE__, __LINE__);
     return result;
 }
 

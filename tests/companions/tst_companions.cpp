@@ -55,8 +55,10 @@ struct Program {
         MainFRM* m = nullptr;
         runHandler([&] { m = &form<MainFRM>(); });
         m->Show();
-        QTest::qWaitForWindowExposed(m);
-        QTest::qWaitFor([&] { return captions.contains(kDone); }, 20000);
+        if (!QTest::qWaitForWindowExposed(m))
+            QTest::qFail("the main window never reached the screen", __FILE__, __LINE__);
+        if (!QTest::qWaitFor([&] { return captions.contains(kDone); }, 20000))
+            QTest::qFail("the home page never finished loading", __FILE__, __LINE__);
         return *m;
     }
     // A window opened as its menu command opens it.
@@ -67,7 +69,8 @@ struct Program {
         runHandler([&] { window = &form<F>(); });
         if (window) {
             window->Show();
-            QTest::qWaitForWindowExposed(window);
+            if (!QTest::qWaitForWindowExposed(window))
+                QTest::qFail("the window never reached the screen", __FILE__, __LINE__);
         }
         return *window;
     }
@@ -84,7 +87,8 @@ QVariant evaluate(WebBrowser& browser, const QString& script)
     QVariant result;
     bool done = false;
     browser.view()->page()->runJavaScript(script, [&](const QVariant& v) { result = v; done = true; });
-    QTest::qWaitFor([&] { return done; }, 10000);
+    if (!QTest::qWaitFor([&] { return done; }, 10000))
+        QTest::qFail("the page never answered the script", __FILE__, __LINE__);
     return result;
 }
 
