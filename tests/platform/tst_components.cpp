@@ -5,6 +5,7 @@
 #include "platform/dir_list.h"
 #include "platform/errors.h"
 #include "platform/form.h"
+#include "platform/rich_text_box.h"
 #include "platform/runtime.h"
 #include "platform/web_browser.h"
 #include "support/input.h"
@@ -12,6 +13,8 @@
 #include "support/test_runtime.h"
 
 #include <QAbstractItemView>
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QDir>
 #include <QSignalSpy>
 
@@ -22,6 +25,7 @@ class Holder : public Form {
 public:
     Holder() : Form("Holder", 4000, 4000) {}
     DirListBox Dir{*this, "Dir", {0, 0, 3000, 3000}};
+    RichTextBox Rich{*this, "Rich", {0, 3000, 4000, 1000}};
 };
 } // namespace
 
@@ -34,6 +38,8 @@ private Q_SLOTS:
     void dialogFilters();
     void fileDialogAnswer();
     void directoryList();
+    void longLinesEditedAsOne_data();
+    void longLinesEditedAsOne();
 };
 
 void TestComponents::typedAddresses_data()
@@ -125,6 +131,68 @@ void TestComponents::directoryList()
     input::key(holder.Dir, Qt::Key_Return);
     QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue/Deep");
     QCOMPARE(changed, 2);
+}
+
+// A line too long to lay out at every key is shown in pieces; whatever a person does with the
+// keyboard, the text reads as if the line had never been broken.
+void TestComponents::longLinesEditedAsOne_data()
+{
+    QTest::addColumn<QString>("text");
+    QTest::addColumn<QList<int>>("keys"); // a key, then its modifiers
+    QTest::addColumn<QString>("expected");
+    QTest::addColumn<bool>("copyAll"); // the clipboard after select all and copy holds expected
+
+    QString line;
+    for (int i = 0; line.size() < 10000; ++i)
+        line += QStringLiteral("<b>%1</b>").arg(i);
+    const int piece = 4096;
+    const int ctrl = int(Qt::ControlModifier), none = 0;
+    const QList<int> toSecondPiece{Qt::Key_Home, ctrl, Qt::Key_Down, none};
+    QTest::newRow("typed at the start") << line << QList<int>{Qt::Key_Home, ctrl, Qt::Key_X, none}
+                                        << QStringLiteral("x") + line << false;
+    QTest::newRow("typed at the end") << line << QList<int>{Qt::Key_End, ctrl, Qt::Key_X, none} << line + QStringLiteral("x") << false;
+    QTest::newRow("Enter at a piece's start breaks the line")
+        << line << toSecondPiece + QList<int>{Qt::Key_Return, none}
+        << line.left(piece) + QStringLiteral("\r\n") + line.mid(piece) << false;
+    QTest::newRow("a piece emptied, then Enter and a letter")
+        << line << toSecondPiece + QList<int>{Qt::Key_End, int(Qt::ShiftModifier), Qt::Key_Delete, none, Qt::Key_Return, none, Qt::Key_Y, none}
+        << line.left(piece) + QStringLiteral("\r\ny") + line.mid(2 * piece) << false;
+    QTest::newRow("Backspace at a piece's start") << line << toSecondPiece + QList<int>{Qt::Key_Backspace, none}
+                                                  << line.left(piece - 1) + line.mid(piece) << false;
+    QTest::newRow("Delete at a piece's end") << line << QList<int>{Qt::Key_Home, ctrl, Qt::Key_End, none, Qt::Key_Delete, none}
+                                             << line.left(piece) + line.mid(piece + 1) << false;
+    QTest::newRow("Enter undone") << line << toSecondPiece + QList<int>{Qt::Key_Return, none, Qt::Key_Z, ctrl, Qt::Key_X, none}
+                                  << line.left(piece) + QStringLiteral("x") + line.mid(piece) << false;
+    QTest::newRow("among short lines") << QStringLiteral("short\r\n") + line + QStringLiteral("\r\nend")
+                                       << QList<int>{Qt::Key_End, ctrl, Qt::Key_X, none}
+                                       << QStringLiteral("short\r\n") + line + QStringLiteral("\r\nendx") << true;
+    QTest::newRow("two long lines, a lone CR between") << line + QStringLiteral("\r\n\r") + line
+                                                       << QList<int>{Qt::Key_End, ctrl, Qt::Key_X, none}
+                                                       << line + QStringLiteral("\r\n\r\n") + line + QStringLiteral("x") << false;
+    QTest::newRow("one past a piece") << line.left(piece + 1) << QList<int>{Qt::Key_End, ctrl, Qt::Key_X, none}
+                                      << line.left(piece + 1) + QStringLiteral("x") << true;
+    QTest::newRow("copied whole") << line << QList<int>{Qt::Key_End, ctrl, Qt::Key_X, none} << line + QStringLiteral("x") << true;
+}
+
+void TestComponents::longLinesEditedAsOne()
+{
+    QFETCH(QString, text);
+    QFETCH(QList<int>, keys);
+    QFETCH(QString, expected);
+    QFETCH(bool, copyAll);
+    TestRuntime t;
+    Holder& holder = form<Holder>();
+    holder.Rich.setText(text);
+    QCOMPARE(holder.Rich.Text(), text);
+    QVERIFY(input::focus(holder.Rich));
+    for (int i = 0; i < keys.size(); i += 2)
+        input::key(holder.Rich, Qt::Key(keys.at(i)), Qt::KeyboardModifiers(keys.at(i + 1)));
+    QCOMPARE(holder.Rich.Text(), expected);
+    if (copyAll) {
+        input::key(holder.Rich, Qt::Key_A, Qt::ControlModifier);
+        input::key(holder.Rich, Qt::Key_C, Qt::ControlModifier);
+        QCOMPARE(QGuiApplication::clipboard()->text(), QString(expected).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
+    }
 }
 
 GLIDEPATH_WEB_TEST_MAIN(TestComponents)
