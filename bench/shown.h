@@ -8,19 +8,21 @@
 #include <cstdio>
 #include <cstdlib>
 
-inline void waitUntilShown(QWidget& window)
+inline void require(bool reached, const QWidget& window, const char* what)
 {
-    if (!QTest::qWaitForWindowExposed(&window)) {
-        std::fprintf(stderr, "%s never reached the screen\n", qPrintable(window.objectName()));
+    if (!reached) {
+        std::fprintf(stderr, "%s never %s\n", qPrintable(window.objectName()), what);
         std::exit(1);
     }
+}
+
+inline void waitUntilShown(QWidget& window)
+{
+    require(QTest::qWaitForWindowExposed(&window), window, "reached the screen");
 }
 
 // Keys a bench sends go to the active window's focus widget, as a person's do.
 inline void waitUntilActive(QWidget& window)
 {
-    if (!QTest::qWaitForWindowActive(&window)) {
-        std::fprintf(stderr, "%s never took the keyboard\n", qPrintable(window.objectName()));
-        std::exit(1);
-    }
+    require(QTest::qWaitForWindowActive(&window), window, "took the keyboard");
 }

@@ -19,7 +19,6 @@
 #include <vector>
 
 class QMenuBar;
-class QPainter;
 
 namespace platform {
 
