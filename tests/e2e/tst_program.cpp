@@ -79,6 +79,7 @@ private Q_SLOTS:
     void printSetUpThenPrintToAPdfFile();
     void driveExplorerFollowsItsWindow();
     void sourceViewerFetchesAtOnceThenEditorAndPreview();
+    void longLineEditedThenPreviewed();
 
 private:
     HttpServer m_server;
@@ -337,6 +338,30 @@ void TestProgram::driveExplorerFollowsItsWindow()
     QVERIFY(program.running());
 }
 
+// The HTML viewer opened from the menu on the page shown, then Open In Editor (6240, 120,
+// 1695 x 285 twips): the editor's window, raised above the viewer.
+unsigned long sourceInEditor(RealProgram& program, unsigned long main)
+{
+    chooseFromMenu(program, main, 4, {"Up", "Right", "Down", "Return"}); // Tools, HTML, HTML Viewer
+    const unsigned long viewer = program.waitForWindow(QStringLiteral("HTML Viewer"));
+    if (!viewer)
+        return 0;
+    QTest::qWait(1500); // the status pop-up lingers a moment after the fetch
+    program.click(viewer, QPoint(int((6240 + 1695 / 2) / kTwipsPerPixel), int((120 + 285 / 2) / kTwipsPerPixel)));
+    const unsigned long editor = program.waitForWindow(QStringLiteral("HTML Editor"));
+    if (!editor)
+        return 0;
+    QTest::qWait(500); // placed by the window manager
+    program.activate(editor); // the viewer, clicked last, may stand above it
+    return editor;
+}
+
+// The editor's Preview button (6480, 120, 1575 x 255 twips).
+void preview(RealProgram& program, unsigned long editor)
+{
+    program.click(editor, QPoint(int((6480 + 1575 / 2) / kTwipsPerPixel), int((120 + 255 / 2) / kTwipsPerPixel)));
+}
+
 void TestProgram::sourceViewerFetchesAtOnceThenEditorAndPreview()
 {
     RealProgram program;
@@ -344,22 +369,32 @@ void TestProgram::sourceViewerFetchesAtOnceThenEditorAndPreview()
     const unsigned long main = program.openMainWindow();
     QVERIFY(main);
     const int fetched = int(m_server.paths().count(QStringLiteral("/titled")));
-    chooseFromMenu(program, main, 4, {"Up", "Right", "Down", "Return"}); // Tools, HTML, HTML Viewer
-    const unsigned long viewer = program.waitForWindow(QStringLiteral("HTML Viewer"));
-    QVERIFY(viewer);
+    const unsigned long editor = sourceInEditor(program, main);
     // The page's source was fetched at once, without a click.
-    QTRY_COMPARE(int(m_server.paths().count(QStringLiteral("/titled"))), fetched + 1);
-
-    // Open In Editor (6240, 120, 1695 x 285 twips), then the editor's Preview (6480, 120).
-    QTest::qWait(1500); // the status pop-up lingers a moment after the fetch
-    program.click(viewer, QPoint(int((6240 + 1695 / 2) / kTwipsPerPixel), int((120 + 285 / 2) / kTwipsPerPixel)));
-    const unsigned long editor = program.waitForWindow(QStringLiteral("HTML Editor"));
+    QCOMPARE(int(m_server.paths().count(QStringLiteral("/titled"))), fetched + 1);
     QVERIFY(editor);
-    QTest::qWait(500); // placed by the window manager
-    program.activate(editor); // the viewer, clicked last, may stand above it
-    program.click(editor, QPoint(int((6480 + 1575 / 2) / kTwipsPerPixel), int((120 + 255 / 2) / kTwipsPerPixel)));
+    preview(program, editor);
     QVERIFY(program.waitForWindow(QStringLiteral("Preview")));
     QVERIFY(program.read(QStringLiteral("Preview.html")).contains("<title>Titled Page</title>"));
+}
+
+// A page of 20,000 characters on one line, edited at its end: the preview holds the line
+// whole, with the typed letter and nothing else added.
+void TestProgram::longLineEditedThenPreviewed()
+{
+    RealProgram program;
+    program.useTheme();
+    program.write(QStringLiteral("HomePage.TXT"), m_server.url(QStringLiteral("/long")).toString().toLatin1() + "\r\n");
+    const unsigned long main = program.openMainWindow();
+    QVERIFY(main);
+    const unsigned long editor = sourceInEditor(program, main);
+    QVERIFY(editor);
+    program.click(editor, QPoint(int((120 + 600) / kTwipsPerPixel), int((480 + 600) / kTwipsPerPixel))); // the text
+    program.key(QStringLiteral("ctrl+End"));
+    program.type(QStringLiteral("!"));
+    preview(program, editor);
+    QVERIFY(program.waitForWindow(QStringLiteral("Preview")));
+    QTRY_COMPARE(program.read(QStringLiteral("Preview.html")), HttpServer::longPage() + "!\r\n");
 }
 
 QTEST_GUILESS_MAIN(TestProgram)

@@ -18,6 +18,14 @@ QByteArray page(const QByteArray& title, const QByteArray& body)
 
 } // namespace
 
+QByteArray HttpServer::longPage()
+{
+    QByteArray body;
+    for (int i = 0; body.size() < 20000; ++i)
+        body += "<b>" + QByteArray::number(i) + "</b>";
+    return page("Long Line", body);
+}
+
 HttpServer::HttpServer()
 {
     m_server.listen(QHostAddress::LocalHost, 0);
@@ -101,6 +109,8 @@ void HttpServer::handle(QTcpSocket* socket)
         reply(socket, 200, page("Dated Page", "<p>A page with the server's dates.</p>"),
               "Last-Modified: Wed, 21 Oct 2015 07:28:00 GMT\r\nDate: Mon, 02 Nov 2026 10:00:00 GMT\r\n"
               "Expires: Tue, 03 Nov 2026 10:00:00 GMT\r\n");
+    else if (path == "/long")
+        reply(socket, 200, longPage());
     else if (path == "/empty")
         reply(socket, 200, QByteArray());
     else if (path == "/popup")

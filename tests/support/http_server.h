@@ -2,7 +2,8 @@
 // A small HTTP server on 127.0.0.1 for the end-to-end tests, with pages that have a title or
 // none, a redirect, a slow page that arrives in pieces over time, a page that opens a pop-up,
 // a page behind a log-in (user "user", password "secret"), a download, a page with an empty
-// body, a page whose server gives its dates, and a 404 for everything else.
+// body, a page whose server gives its dates, a page of 20,000 characters on one line, and a
+// 404 for everything else.
 
 #include <QTcpServer>
 #include <QStringList>
@@ -20,6 +21,8 @@ public:
     int requests() const { return m_requests; }
     // The path of every request, in the order they came.
     const QStringList& paths() const { return m_paths; }
+    // The body of "/long".
+    static QByteArray longPage();
 
 private:
     void handle(QTcpSocket* socket);
