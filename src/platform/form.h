@@ -45,6 +45,8 @@ public:
     ~Form() override;
 
     QWidget* containerWidget() override { return this; }
+    // The window's Qt widget, for the platform and the tests; windows use the classic API.
+    QWidget* widget() { return this; }
     QPoint clientOrigin() const override;
     QMenuBar* MenuBar() const { return m_menuBar; }
 
