@@ -40,37 +40,23 @@ def now_ms():
     return time.monotonic() * 1000
 
 
-def free_display():
-    for n in range(200, 240):  # clear of the tests' screens
-        if not os.path.exists(f"/tmp/.X{n}-lock") and not os.path.exists(f"/tmp/.X11-unix/X{n}"):
-            return f":{n}"
-    sys.exit("bench: no free X display")
+SESSION = os.path.join(ROOT, "scripts", "session.sh")
 
 
 def start_session(work):
-    display = free_display()
-    xvfb = subprocess.Popen(["Xvfb", display, "-screen", "0", "1280x1024x24", "-dpi", "96", "-nolisten", "tcp"],
-                            stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    os.makedirs(f"{work}/pulse", exist_ok=True)
-    pulse = subprocess.Popen(
-        ["pulseaudio", "-n", "--daemonize=no", "--exit-idle-time=-1", "--disable-shm=yes", "--use-pid-file=no",
-         "-L", "module-null-sink sink_name=null",
-         "-L", f"module-native-protocol-unix socket={work}/pulse/native auth-anonymous=1"],
-        env=dict(os.environ, PULSE_RUNTIME_PATH=f"{work}/pulse"),
-        stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL)
-    env = dict(os.environ, DISPLAY=display, PULSE_SERVER=f"unix:{work}/pulse/native", XDG_RUNTIME_DIR=work)
-    for _ in range(100):
-        if subprocess.run(["xdpyinfo"], env=env, stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL).returncode == 0:
-            break
-        time.sleep(0.1)
-    return env, [xvfb, pulse]
+    """A virtual screen and sound server of its own (scripts/session.sh), and the environment
+    that puts a program on it."""
+    subprocess.run(["bash", SESSION, "start", f"{work}/session", "free"], check=True, stdout=subprocess.DEVNULL)
+    env = dict(os.environ)
+    with open(f"{work}/session/env") as exports:
+        for pair in exports.read().split()[1:]:
+            key, value = pair.split("=", 1)
+            env[key] = value
+    return env, f"{work}/session"
 
 
 def end_session(session):
-    for p in session:
-        p.terminate()  # lets the X server remove its socket
-    for p in session:
-        p.wait()
+    subprocess.run(["bash", SESSION, "stop", session], check=False)
 
 
 def tree(pid):

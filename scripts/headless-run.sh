@@ -13,28 +13,17 @@ mkdir -p "$out"
 cp -r build/Glidepath "$out/Glidepath"
 program=$out/Glidepath
 
-display=
-for n in $(seq 91 130); do
-  if [ ! -e "/tmp/.X$n-lock" ] && [ ! -e "/tmp/.X11-unix/X$n" ]; then display=:$n; break; fi
-done
-[ -n "$display" ] || { echo "headless-run: no free X display" >&2; exit 1; }
-
-pids=()
-cleanup() { for p in "${pids[@]}"; do kill "$p" 2>/dev/null || true; done; }
+pid=
+cleanup() {
+  [ -z "$pid" ] || kill "$pid" 2>/dev/null || true
+  bash scripts/session.sh stop "$out/session"
+}
 trap cleanup EXIT
-
-Xvfb "$display" -screen 0 1280x1024x24 -dpi 96 -nolisten tcp >"$out/xvfb.log" 2>&1 &
-pids+=($!)
-mkdir -p "$out/pulse"
-PULSE_RUNTIME_PATH="$out/pulse" pulseaudio -n --daemonize=no --exit-idle-time=-1 --disable-shm=yes \
-  --use-pid-file=no -L "module-null-sink sink_name=null" \
-  -L "module-native-protocol-unix socket=$out/pulse/native auth-anonymous=1" >"$out/pulse.log" 2>&1 &
-pids+=($!)
-export DISPLAY=$display PULSE_SERVER=unix:$out/pulse/native
-for _ in $(seq 100); do xdpyinfo >/dev/null 2>&1 && break; sleep 0.1; done
+bash scripts/session.sh start "$out/session" free
+source "$out/session/env"
 
 QT_LOGGING_RULES="glidepath.caption=true" "$program/glidepath" >"$out/glidepath.log" 2>&1 &
-pids+=($!)
+pid=$!
 
 wait_for() { # pattern in the program's log, seconds
   for _ in $(seq $(( $2 * 10 ))); do grep -qF "$1" "$out/glidepath.log" && return 0; sleep 0.1; done

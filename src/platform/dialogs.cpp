@@ -2,6 +2,7 @@
 
 #include "common_dialog.h"
 #include "runtime.h"
+#include "timing.h"
 
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -38,6 +39,7 @@ int Dialogs::messageBox(const QString& prompt, int style, const QString& title)
     }
     // A message box waits for its answer above every window of the program, top-most ones too.
     box.setWindowFlag(Qt::WindowStaysOnTopHint);
+    logTiming(QStringLiteral("message ") + prompt);
     switch (box.exec()) {
     case QMessageBox::Cancel: return vbCancel;
     case QMessageBox::Yes: return vbYes;

@@ -105,6 +105,7 @@ void Form::Show()
 void Form::Hide()
 {
     hide();
+    logTiming(QStringLiteral("hidden ") + objectName());
 }
 
 void Form::setBorderless()

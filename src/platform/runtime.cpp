@@ -77,6 +77,7 @@ void Forms::unload(Form& form)
         }
     }
     form.hide();
+    logTiming(QStringLiteral("unloaded ") + form.objectName());
     for (Timer* timer : form.findChildren<Timer*>())
         timer->setEnabled(false); // an unloaded window's timers stop at once
     form.runTerminate();

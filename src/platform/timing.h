@@ -1,7 +1,7 @@
 #pragma once
-// Moments for the benchmarks, on the monotonic clock in milliseconds: a window being made, its
-// first paint after it is shown, each caption. Off unless QT_LOGGING_RULES turns
-// "glidepath.timing" on.
+// Moments for the benchmarks and the end-to-end tests, on the monotonic clock in milliseconds: a
+// window being made, loaded, painted after it is shown, hidden and unloaded, each caption and each
+// message box. Off unless QT_LOGGING_RULES turns "glidepath.timing" on.
 
 #include <QString>
 

@@ -1,13 +1,3 @@
-# Tests of the accessories windows: glidepath_test(...) lines.
-glidepath_test(tst_calculator accessories/tst_calculator.cpp)
-target_compile_definitions(tst_calculator PRIVATE GLIDEPATH_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-glidepath_test(tst_note_pad accessories/tst_note_pad.cpp)
-target_compile_definitions(tst_note_pad PRIVATE GLIDEPATH_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-glidepath_test(tst_doodle accessories/tst_doodle.cpp)
-target_compile_definitions(tst_doodle PRIVATE GLIDEPATH_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-glidepath_test(tst_about_windows accessories/tst_about_windows.cpp)
-target_compile_definitions(tst_about_windows PRIVATE GLIDEPATH_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-glidepath_test(tst_mp3_player accessories/tst_mp3_player.cpp)
-target_compile_definitions(tst_mp3_player PRIVATE GLIDEPATH_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
-glidepath_test(tst_accessory_menus accessories/tst_accessory_menus.cpp)
-target_compile_definitions(tst_accessory_menus PRIVATE GLIDEPATH_SOURCE_DIR="${PROJECT_SOURCE_DIR}")
+# Tests of the accessories.
+glidepath_test(tst_calculator platform accessories/tst_calculator.cpp)
+glidepath_test(tst_accessories platform accessories/tst_accessories.cpp)

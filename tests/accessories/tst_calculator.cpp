@@ -1,28 +1,19 @@
 // The calculator: its state machine walked key by key through every edge of its design, then
-// the real window driven with the real keyboard and mouse: the key table's layout, the focus
-// that returns to "=", Enter and Space on the focused key, the trapped overflow and the faults
-// that end the program.
+// the real window driven with the real keyboard and mouse: the focus that returns to "=", Enter
+// and Space on the focused key, the keys that click, the trapped overflow and the faults that
+// end the program.
 
 #include "accessories/calculator.h"
-#include "startup/theme_selector.h"
-#include "platform/convert.h"
 #include "platform/errors.h"
-#include "platform/sounds.h"
 #include "support/input.h"
-#include "support/test_runtime.h"
+#include "support/program.h"
 
 #include <QApplication>
-#include <QFontInfo>
-#include <QLineEdit>
 #include <QTest>
-
-#include <cmath>
 
 using namespace platform;
 
 namespace {
-
-const QString kThemes = QStringLiteral(GLIDEPATH_SOURCE_DIR "/themes");
 
 // Keys as tokens: "7", ".", "+", "=", "Back", "C", "CE", "+/-", "1/X", "%", "Sqrt", "MC", "M+",
 // "MS", "MR"; "k:..." types each character on the keyboard ("k:\b" is backspace).
@@ -98,14 +89,10 @@ const QString kOneE200 = QStringLiteral("1") + QString(200, QLatin1Char('0'));
 const QString kOneE308 = QStringLiteral("1") + QString(308, QLatin1Char('0'));
 
 // The calculator on the screen with the keyboard on "=", as it opens.
-CalculatorFRM& openCalculator()
+CalculatorFRM* openCalculator(Program& p)
 {
-    form<ThemeSelector>().TPath.setText(kThemes + "/Default");
-    CalculatorFRM& calc = form<CalculatorFRM>();
-    calc.Show();
-    if (!QTest::qWaitForWindowActive(&calc))
-        qWarning("the calculator did not become active");
-    if (!QTest::qWaitFor([&] { return QApplication::focusWidget() == calc.cmdEqual.widget(); }))
+    CalculatorFRM* calc = p.open<CalculatorFRM>();
+    if (calc && !QTest::qWaitFor([&] { return QApplication::focusWidget() == calc->cmdEqual.widget(); }))
         qWarning("the calculator opened without the keyboard on =");
     return calc;
 }
@@ -118,11 +105,8 @@ private Q_SLOTS:
     void stateMachine_data();
     void stateMachine();
     void overflowKeepsOperand1();
-    void keyTable_data();
-    void keyTable();
-    void calculationTypedOnTheKeyboard();
-    void enterAndSpacePressTheFocusedKey();
-    void clickedKeysAndSounds();
+    void typedOnTheKeyboard();
+    void clickedWithTheMouse();
     void overflowShowsTheMessageBox();
     void untrappedFaultsEndTheProgram_data();
     void untrappedFaultsEndTheProgram();
@@ -269,186 +253,82 @@ void TestCalculator::overflowKeepsOperand1()
     QCOMPARE(out.operand1, 0.0);
 }
 
-void TestCalculator::keyTable_data()
+void TestCalculator::typedOnTheKeyboard()
 {
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QString>("caption");
-    QTest::addColumn<QRect>("twips");
-    QTest::addColumn<double>("points");
-    QTest::addColumn<bool>("bold");
-    auto key = [](const char* name, int index, const char* caption, int left, int top, int width = 495,
-                  double points = 12, bool bold = false) {
-        QTest::addRow("%s(%d) %s", name, index, caption)
-            << QString::fromLatin1(name) << index << QString::fromLatin1(caption) << QRect(left, top, width, 495)
-            << points << bold;
-    };
-    key("cmdCancel", 0, "Back", 720, 600, 975);
-    key("cmdCancel", 2, "CE", 1800, 600, 975);
-    key("cmdCancel", 1, "C", 2880, 600, 735);
-    key("cmdMemory", 0, "MC", 120, 1200, 495, 12, true);
-    key("cmdMemory", 3, "MR", 120, 1800, 495, 12, true);
-    key("cmdMemory", 2, "MS", 120, 2400, 495, 12, true);
-    key("cmdMemory", 1, "M+", 120, 3000, 495, 12, true);
-    const int columns[] = {720, 1320, 1920};
-    for (int d = 1; d <= 9; ++d)
-        key("numero", d, qPrintable(QString::number(d)), columns[(d - 1) % 3], 2400 - (d - 1) / 3 * 600);
-    key("numero", 0, "0", 720, 3000);
-    key("cmdDot", -1, ".", 1320, 3000);
-    key("cmdFunction", 0, "+/-", 1920, 3000, 495, 8.25);
-    key("operator", 0, "/", 2520, 1200);
-    key("operator", 3, "*", 2520, 1800);
-    key("operator", 2, "-", 2520, 2400);
-    key("operator", 1, "+", 2520, 3000);
-    key("cmdFunction", 3, "Sqrt", 3120, 1200, 495, 6.75);
-    key("cmdFunction", 2, "%", 3120, 1800);
-    key("cmdFunction", 1, "1/X", 3120, 2400, 495, 8.25);
-    key("cmdEqual", -1, "=", 3120, 3000);
+    Program p;
+    CalculatorFRM* calc = openCalculator(p);
+    QVERIFY(calc);
+    QWidget& window = *calc->widget();
+    auto focused = [&](Control& key) { return QApplication::focusWidget() == key.widget(); };
+    // Typed into the window, as a person types: the keys reach "=", which has the keyboard, and
+    // it has it again after every key; Enter and Space press it.
+    input::typeInto(window, QStringLiteral("12+30"));
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("30"));
+    QVERIFY(focused(calc->cmdEqual));
+    input::keyInto(window, Qt::Key_Return);
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("42"));
+    input::keyInto(window, Qt::Key_Space); // the result with itself
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("84"));
+    input::typeInto(window, QStringLiteral("1.5*2"));
+    input::keyInto(window, Qt::Key_Enter, Qt::KeypadModifier);
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("3"));
+    input::typeInto(window, QStringLiteral("7"));
+    input::keyInto(window, Qt::Key_Backspace);
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("0"));
+    QVERIFY(focused(calc->cmdEqual));
+    input::typeInto(window, QStringLiteral("a"));
+    QCOMPARE(calc->txtDisplay.Text(), QString());
+    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
-void TestCalculator::keyTable()
+void TestCalculator::clickedWithTheMouse()
 {
-    QFETCH(QString, name);
-    QFETCH(int, index);
-    QFETCH(QString, caption);
-    QFETCH(QRect, twips);
-    QFETCH(double, points);
-    QFETCH(bool, bold);
-    TestRuntime t;
-    form<ThemeSelector>().TPath.setText(kThemes + "/Default");
-    CalculatorFRM& calc = form<CalculatorFRM>();
-    CommandButton* key = nullptr;
-    if (name == QLatin1String("cmdDot"))
-        key = &calc.cmdDot;
-    else if (name == QLatin1String("cmdEqual"))
-        key = &calc.cmdEqual;
-    else if (name == QLatin1String("cmdCancel"))
-        key = &calc.cmdCancel(index);
-    else if (name == QLatin1String("cmdMemory"))
-        key = &calc.cmdMemory(index);
-    else if (name == QLatin1String("numero"))
-        key = &calc.numero(index);
-    else if (name == QLatin1String("cmdFunction"))
-        key = &calc.cmdFunction(index);
-    else if (name == QLatin1String("operator"))
-        key = &calc.operator_(index);
-    QVERIFY(key);
-    QCOMPARE(key->Name(), name);
-    QCOMPARE(key->Index(), index);
-    QCOMPARE(key->Caption(), caption);
-    QCOMPARE(QRect(key->Left(), key->Top(), key->Width(), key->Height()), twips);
-    QCOMPARE(key->widget()->font().pointSizeF(), points);
-    QCOMPARE(key->widget()->font().bold(), bold);
-    // The window's own parts: the display, the mark, the background and the client area.
-    QCOMPARE(QRect(calc.txtDisplay.Left(), calc.txtDisplay.Top(), calc.txtDisplay.Width(), calc.txtDisplay.Height()),
-             QRect(120, 120, 3495, 375));
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("0"));
-    QCOMPARE(QPoint(calc.lblMem.Left(), calc.lblMem.Top()), QPoint(120, 600));
-    QVERIFY(calc.lblMem.widget()->font().bold());
-    QCOMPARE(QRect(calc.ImageOne.Left(), calc.ImageOne.Top(), calc.ImageOne.Width(), calc.ImageOne.Height()),
-             QRect(0, 0, 3735, 3615));
-    QVERIFY(!calc.ImageOne.Picture().isNull());
-    QCOMPARE(calc.size(), QSize(3735 / 15, 3615 / 15));
-    QCOMPARE(calc.Caption(), QStringLiteral("Calculator"));
-    // "=" is first in the tab order: the window opens with the keyboard on it.
-    calc.Show();
-    QVERIFY(QTest::qWaitForWindowActive(&calc));
-    QTRY_COMPARE(QApplication::focusWidget(), calc.cmdEqual.widget());
-}
-
-void TestCalculator::calculationTypedOnTheKeyboard()
-{
-    TestRuntime t;
-    CalculatorFRM& calc = openCalculator();
-    QCOMPARE(QApplication::focusWidget(), calc.cmdEqual.widget());
-    // Typed into the window, as a person types: the keys reach "=", which has the keyboard.
-    input::typeInto(calc, QStringLiteral("12+30"));
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("30"));
-    QCOMPARE(QApplication::focusWidget(), calc.cmdEqual.widget()); // back on "=" after every key
-    input::keyInto(calc, Qt::Key_Return);
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("42"));
-    input::keyInto(calc, Qt::Key_Return); // result + result
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("84"));
-    input::typeInto(calc, QStringLiteral("1.5*2"));
-    input::keyInto(calc, Qt::Key_Enter, Qt::KeypadModifier);
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("3"));
-    input::typeInto(calc, QStringLiteral("7"));
-    input::keyInto(calc, Qt::Key_Backspace);
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("0"));
-    QCOMPARE(QApplication::focusWidget(), calc.cmdEqual.widget());
-    input::typeInto(calc, QStringLiteral("a"));
-    QCOMPARE(calc.txtDisplay.Text(), QString());
-    QVERIFY(t.untrappedErrors.isEmpty());
-}
-
-void TestCalculator::enterAndSpacePressTheFocusedKey()
-{
-    TestRuntime t;
-    CalculatorFRM& calc = openCalculator();
-    input::typeInto(calc, QStringLiteral("6*7"));
-    input::keyInto(calc, Qt::Key_Space);
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("42"));
-    // A key that keeps the focus: CE clicked with the mouse keeps it, and Enter presses it again.
-    input::typeInto(calc, QStringLiteral("5"));
-    input::click(calc.cmdMemory(1)); // M+
-    QCOMPARE(QApplication::focusWidget(), calc.cmdMemory(1).widget());
-    QCOMPARE(calc.state.Memory, 5.0);
-    input::keyInto(calc, Qt::Key_Return);
-    QCOMPARE(calc.state.Memory, 10.0);
-    input::keyInto(calc, Qt::Key_Space);
-    QCOMPARE(calc.state.Memory, 15.0);
-    QCOMPARE(calc.lblMem.Caption(), QStringLiteral("M"));
-    // Keys typed now go to M+, not to "=": the keyboard handler is on "=" alone.
-    input::typeInto(calc, QStringLiteral("9"));
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("5"));
-}
-
-void TestCalculator::clickedKeysAndSounds()
-{
-    TestRuntime t;
-    form<ThemeSelector>().TPath.setText(kThemes + "/Default");
-    QStringList sounds;
-    QObject::connect(&t.runtime().sounds(), &WavePlayer::requested, [&](const QString& p) { sounds << p.section('/', -1); });
-    CalculatorFRM& calc = form<CalculatorFRM>();
-    QCOMPARE(sounds, QStringList{"OpenWIN.WAV"});
-    calc.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&calc));
-    sounds.clear();
-    for (Control* key : std::initializer_list<Control*>{&calc.numero(2), &calc.numero(0), &calc.operator_(2), &calc.numero(5),
-                                                         &calc.cmdEqual})
+    Program p;
+    CalculatorFRM* calc = openCalculator(p);
+    QVERIFY(calc);
+    auto focused = [&](Control& key) { return QApplication::focusWidget() == key.widget(); };
+    p.log.clear();
+    for (Control* key : std::initializer_list<Control*>{&calc->numero(2), &calc->numero(0), &calc->operator_(2),
+                                                        &calc->numero(5), &calc->cmdEqual})
         input::click(*key);
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("15"));
-    QCOMPARE(sounds, (QStringList{"Click.WAV", "Click.WAV", "Click.WAV"})); // the digits alone click
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("15"));
+    QCOMPARE(p.log, (QStringList{"Click.WAV", "Click.WAV", "Click.WAV"})); // the digits alone click
     // Function and memory keys keep the focus they took; digits give it back to "=".
-    input::click(calc.cmdFunction(0));
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("-15"));
-    QCOMPARE(QApplication::focusWidget(), calc.cmdFunction(0).widget());
-    input::click(calc.numero(1));
-    QCOMPARE(QApplication::focusWidget(), calc.cmdEqual.widget());
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("1")); // "=" left NewNumber set
+    input::click(calc->cmdFunction(0));
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("-15"));
+    QVERIFY(focused(calc->cmdFunction(0)));
+    input::click(calc->numero(1));
+    QVERIFY(focused(calc->cmdEqual));
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("1")); // "=" left a new number to start
     // A click into the display leaves the keyboard on "=".
-    input::click(calc.txtDisplay);
-    QCOMPARE(QApplication::focusWidget(), calc.cmdEqual.widget());
-    // The window closes without a sound of its own.
-    sounds.clear();
-    Unload(calc);
-    QVERIFY(sounds.isEmpty());
+    input::click(calc->txtDisplay);
+    QVERIFY(focused(calc->cmdEqual));
+    // M+ clicked keeps the keyboard: Enter and Space press it again, and typed keys go to it,
+    // not to the keyboard handler, which is on "=" alone.
+    input::click(calc->cmdMemory(1));
+    QVERIFY(focused(calc->cmdMemory(1)));
+    input::keyInto(*calc->widget(), Qt::Key_Return);
+    input::keyInto(*calc->widget(), Qt::Key_Space);
+    QCOMPARE(calc->state.Memory, 3.0);
+    QCOMPARE(calc->lblMem.Caption(), QStringLiteral("M"));
+    input::typeInto(*calc->widget(), QStringLiteral("9"));
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("1"));
 }
 
 void TestCalculator::overflowShowsTheMessageBox()
 {
-    TestRuntime t;
-    CalculatorFRM& calc = openCalculator();
-    input::typeInto(calc, kOneE200 + "*");
-    input::keyInto(calc, Qt::Key_Return);
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("Error!!!"));
-    QCOMPARE(t.dialogs->messageBoxes, QStringList{"Overflow"});
-    QCOMPARE(t.dialogs->messageBoxTitles, QStringList{"Glide Path Calculator"});
-    QCOMPARE(t.dialogs->messageBoxStyles, QList<int>{vbCritical});
-    QVERIFY(t.untrappedErrors.isEmpty());
-    // The next number starts afresh.
-    input::typeInto(calc, QStringLiteral("4"));
-    QCOMPARE(calc.txtDisplay.Text(), QStringLiteral("4"));
+    Program p;
+    CalculatorFRM* calc = openCalculator(p);
+    QVERIFY(calc);
+    input::typeInto(*calc->widget(), kOneE200 + "*");
+    input::keyInto(*calc->widget(), Qt::Key_Return);
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("Error!!!"));
+    QCOMPARE(p.dialogs->messageBoxes, QStringList{"Overflow"});
+    QCOMPARE(p.dialogs->messageBoxTitles, QStringList{"Glide Path Calculator"});
+    QCOMPARE(p.dialogs->messageBoxStyles, QList<int>{vbCritical});
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+    input::typeInto(*calc->widget(), QStringLiteral("4")); // the next number starts afresh
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("4"));
 }
 
 void TestCalculator::untrappedFaultsEndTheProgram_data()
@@ -466,15 +346,16 @@ void TestCalculator::untrappedFaultsEndTheProgram()
     QFETCH(QString, typed);
     QFETCH(QString, clicked);
     QFETCH(int, error);
-    TestRuntime t;
-    CalculatorFRM& calc = openCalculator();
-    input::typeInto(calc, typed);
+    Program p;
+    CalculatorFRM* calc = openCalculator(p);
+    QVERIFY(calc);
+    input::typeInto(*calc->widget(), typed);
     const QStringList functions{"+/-", "1/X", "%", "Sqrt"};
     const QStringList memory{"MC", "M+", "MS", "MR"};
     for (const QString& k : clicked.split(' '))
-        input::click(functions.contains(k) ? calc.cmdFunction(int(functions.indexOf(k))) : calc.cmdMemory(int(memory.indexOf(k))));
-    QCOMPARE(t.untrappedErrors, QList<int>{error});
-    QVERIFY(t.runtime().ended());
+        input::click(functions.contains(k) ? calc->cmdFunction(int(functions.indexOf(k))) : calc->cmdMemory(int(memory.indexOf(k))));
+    QCOMPARE(p.untrappedErrors, QList<int>{error});
+    QVERIFY(p.runtime().ended());
 }
 
 QTEST_MAIN(TestCalculator)

@@ -1,24 +1,31 @@
-// The main window's menu commands on the real engine against pages on 127.0.0.1 and files on
-// disk: each command's steps, questions and sounds in their order, and what the page commands
-// do to the page (open, save, print, properties, copy, select all, find, text size).
+// The main window's menus on the real engine against pages on 127.0.0.1: every entry's steps,
+// questions and sounds in their order, with the window it opens (its caption, its client area,
+// top-most or not, and its closing sound), then what the page commands do to the page.
 
+#include "accessories/about.h"
+#include "accessories/calculator.h"
+#include "accessories/doodle.h"
+#include "accessories/mp3_player.h"
+#include "accessories/note_pad.h"
+#include "accessories/read_me.h"
 #include "browser/main_window.h"
+#include "companions/browser_status.h"
 #include "companions/drive_explorer.h"
 #include "companions/favorite_places.h"
+#include "companions/home_page.h"
 #include "companions/idle_screen.h"
+#include "htmltools/editor.h"
+#include "htmltools/html_viewer.h"
 #include "startup/theme_selector.h"
 #include "platform/find_bar.h"
 #include "platform/page_properties.h"
-#include "platform/runtime.h"
-#include "platform/sounds.h"
 #include "support/http_server.h"
 #include "support/input.h"
+#include "support/program.h"
 #include "support/test_main.h"
-#include "support/test_runtime.h"
 
 #include <QApplication>
 #include <QClipboard>
-#include <QDir>
 #include <QPrinter>
 #include <QProcess>
 #include <QSignalSpy>
@@ -26,100 +33,22 @@
 
 using namespace platform;
 
+// A window a menu entry opens: its name, and the window itself while it is loaded.
+struct Target {
+    QString name;
+    std::function<Form*()> loaded;
+};
+Q_DECLARE_METATYPE(Target)
+
 namespace {
 
-const QString kThemes = QStringLiteral(GLIDEPATH_SOURCE_DIR "/themes");
 const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
-const QString kOpenFilter =
-    QStringLiteral("All Internet Files (*.hmt,*.html,*.asp,*.shtml,*.js,*.dhtml) | *.htm;*.html;*.asp;*.shtml;*.js;*.dhtml");
-const QString kSaveFilter = QStringLiteral("htm (*.htm) | *.htm");
 
-// The window a command opens, watched while its steps run.
-enum class Target { None, Favourites, DriveExplorer, Selector, Idle };
-
-// A program directory with the Default theme, a home page and an empty favourites file, the
-// main window loaded and shown, and one log of the command's steps in the order they happen:
-// every sound asked for (with whether the window it opens and the main window are on the
-// screen at that moment) and every question put to a person.
-struct Program {
-    explicit Program(const QString& home)
-    {
-        t.write("ThemeDir.INI", "[Theme Directory]\r\nDIR=" + (kThemes + "/Default").toLocal8Bit() + "\r\n");
-        t.write("HomePage.TXT", home.toLocal8Bit());
-        t.write("FavPlaces.INI", "");
-        t.runtime().forms().setCreatedHook([this](Form& window) {
-            if (dynamic_cast<MainFRM*>(&window))
-                QObject::connect(&window, &Form::captionWritten, [this](const QString& c) { captions << c; });
-        });
-        QObject::connect(&t.runtime().sounds(), &WavePlayer::requested, [this](const QString& path) {
-            QString entry = QFileInfo(path).fileName();
-            if (Form* window = target())
-                entry += window->isVisible() ? QStringLiteral(", window shown") : QStringLiteral(", window hidden");
-            entry += m_main && m_main->isVisible() ? QStringLiteral(", main shown") : QStringLiteral(", main hidden");
-            log << entry;
-        });
-        t.dialogs->fileAnswer = [this](const FileDialogRequest& r) {
-            log << (r.save ? QStringLiteral("save file") : QStringLiteral("open file"));
-            return fileAnswer;
-        };
-        t.dialogs->printAnswer = [this](QPrinter& printer) {
-            log << QStringLiteral("print");
-            return printAnswer && printAnswer(printer);
-        };
-        t.dialogs->pageSetupAnswer = [this](QPrinter& printer) {
-            log << QStringLiteral("page set-up");
-            return pageSetupAnswer && pageSetupAnswer(printer);
-        };
-        runHandler([this] { m_main = &form<MainFRM>(); });
-        m_main->Show();
-        if (!QTest::qWaitForWindowExposed(m_main))
-            QTest::qFail("the main window never reached the screen", __FILE__, __LINE__);
-        if (!QTest::qWaitFor([this] { return captions.contains(kDone); }, 20000))
-            QTest::qFail("the home page never finished loading", __FILE__, __LINE__);
-        log.clear();
-    }
-
-    MainFRM& main() { return *m_main; }
-    void choose(const QString& entry)
-    {
-        auto* item = m_main->findChild<MenuItem*>(entry);
-        QVERIFY2(item, qPrintable(entry));
-        item->action()->trigger();
-    }
-    bool navigatedTo(const QString& url)
-    {
-        return QTest::qWaitFor([&] { return m_main->BrowserWindow.LocationURL() == url; }, 20000);
-    }
-    Form* target() const
-    {
-        Forms& forms = const_cast<TestRuntime&>(t).runtime().forms();
-        switch (watched) {
-        case Target::Favourites: return forms.isLoaded<FavoritePlacesFRM>() ? &form<FavoritePlacesFRM>() : nullptr;
-        case Target::DriveExplorer: return forms.isLoaded<DriveExplorerFRM>() ? &form<DriveExplorerFRM>() : nullptr;
-        case Target::Selector: return forms.isLoaded<ThemeSelector>() ? &form<ThemeSelector>() : nullptr;
-        case Target::Idle: return forms.isLoaded<IdleFRM>() ? &form<IdleFRM>() : nullptr;
-        default: return nullptr;
-        }
-    }
-
-    TestRuntime t;
-    QStringList captions, log;
-    Target watched = Target::None;
-    QString fileAnswer; // "": the person cancels
-    std::function<bool(QPrinter&)> printAnswer, pageSetupAnswer;
-
-private:
-    MainFRM* m_main = nullptr;
-};
-
-QVariant evaluate(WebBrowser& browser, const QString& script)
+template <class F>
+Target target(const char* name)
 {
-    QVariant result;
-    bool done = false;
-    browser.view()->page()->runJavaScript(script, [&](const QVariant& v) { result = v; done = true; });
-    if (!QTest::qWaitFor([&] { return done; }, 10000))
-        QTest::qFail("the page never answered the script", __FILE__, __LINE__);
-    return result;
+    return {QString::fromLatin1(name),
+            [] { return Runtime::current().forms().isLoaded<F>() ? static_cast<Form*>(&form<F>()) : nullptr; }};
 }
 
 PagePropertiesWindow* propertiesWindow()
@@ -134,147 +63,217 @@ QString pdfText(const QString& pdf)
 {
     QProcess text;
     text.start(QStringLiteral("pdftotext"), {pdf, QStringLiteral("-")});
-    if (!text.waitForFinished(20000))
-        return {};
-    return QString::fromUtf8(text.readAllStandardOutput());
+    return text.waitForFinished(20000) ? QString::fromUtf8(text.readAllStandardOutput()) : QString();
 }
 
 } // namespace
 
-Q_DECLARE_METATYPE(Target)
-
 class TestMenus : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void stepsAndSounds_data();
-    void stepsAndSounds();
+    void entries_data();
+    void entries();
     void openAndSavePage();
     void copy_data();
     void copy();
     void textSizeChangesTheLayout();
-    void printToPdfAfterPageSetUp();
-    void pageProperties_data();
+    void printAfterPageSetUp();
     void pageProperties();
     void findOnThisPage();
-    void execWBRefusals_data();
-    void execWBRefusals();
-    void printWithoutPromptingUsesTheLastPrinter();
 
 private:
-    HttpServer m_server;
+    // Its own thread: the source viewer's fetch waits without processing this thread's messages.
+    HttpServerThread m_serverThread;
+    HttpServer& m_server = m_serverThread.server();
+    // The entries' table shares one program; each row closes what it opened.
+    std::unique_ptr<Program> m_program;
 };
 
-void TestMenus::stepsAndSounds_data()
+void TestMenus::entries_data()
 {
     QTest::addColumn<QString>("entry");
-    QTest::addColumn<int>("times"); // the log is of the last time
-    QTest::addColumn<Target>("target");
+    QTest::addColumn<int>("times");            // the log is of the last time
+    QTest::addColumn<Target>("window");        // the window it opens
     QTest::addColumn<QStringList>("log");
-    QTest::addColumn<bool>("mainShownAfter");
-    QTest::addColumn<bool>("targetShownAfter");
+    QTest::addColumn<bool>("mainShown");       // afterwards
+    QTest::addColumn<QString>("caption");      // of the window it opens, shown
+    QTest::addColumn<QSize>("client");         // its client area in twips; empty: not checked
+    QTest::addColumn<bool>("topMost");
+    QTest::addColumn<QStringList>("closing");  // closing it
+    const QString click = QStringLiteral("Click.WAV +MainFRM");
+    auto page = [&](const char* name, const char* entry, int times, const QStringList& log) {
+        QTest::newRow(name) << entry << times << Target{} << log << true << QString() << QSize() << false << QStringList();
+    };
+    auto row = [](const char* name, const char* entry, int times, const Target& w, const QStringList& log,
+                  const char* caption, QSize client, bool topMost, const QStringList& closing, bool mainShown = true) {
+        QTest::newRow(name) << entry << times << w << log << mainShown << caption << client << topMost << closing;
+    };
+    page("Print, dialog cancelled", "PrintMNU", 1, {"print", click});
+    page("Print Setup", "PrintSetupMNU", 1, {"page set-up", click});
+    page("Page Properties", "PagerPropertiesMNU", 1, {click});
+    page("Select All", "SelectAllMNU", 1, {click});
+    page("Find: no sound", "FindMNU", 1, {});
+    page("Smallest", "SmallestMNU", 1, {click});
+    page("Largest twice: harmless", "LargestMNU", 2, {click});
+    page("Open Page cancelled: two clicks", "OpenPageMNU", 1, {click, "open file", click});
+    page("Save Page cancelled: two clicks", "SavePageMNU", 1, {click, "save file", click});
 
-    const QString click = QStringLiteral("Click.WAV, main shown");
-    QTest::newRow("Print, dialog cancelled") << "PrintMNU" << 1 << Target::None << QStringList{"print", click} << true << false;
-    QTest::newRow("Print Setup") << "PrintSetupMNU" << 1 << Target::None << QStringList{"page set-up", click} << true << false;
-    QTest::newRow("Page Properties") << "PagerPropertiesMNU" << 1 << Target::None << QStringList{click} << true << false;
-    QTest::newRow("Select All") << "SelectAllMNU" << 1 << Target::None << QStringList{click} << true << false;
-    QTest::newRow("Find: no sound") << "FindMNU" << 1 << Target::None << QStringList{} << true << false;
-    QTest::newRow("Smallest") << "SmallestMNU" << 1 << Target::None << QStringList{click} << true << false;
-    QTest::newRow("Largest twice: harmless") << "LargestMNU" << 2 << Target::None << QStringList{click} << true << false;
-    QTest::newRow("Open Page cancelled: two clicks")
-        << "OpenPageMNU" << 1 << Target::None << QStringList{click, "open file", click} << true << false;
-    QTest::newRow("Save Page cancelled: two clicks")
-        << "SavePageMNU" << 1 << Target::None << QStringList{click, "save file", click} << true << false;
-    // The window's own load plays the open sound while it is hidden, the menu again once shown.
-    QTest::newRow("Favorite Places")
-        << "FavoritePlacesMNU" << 1 << Target::Favourites
-        << QStringList{"OpenWIN.WAV, window hidden, main shown", "OpenWIN.WAV, window shown, main shown"} << true << true;
-    QTest::newRow("Favorite Places, already open: its sound again")
-        << "FavoritePlacesMNU" << 2 << Target::Favourites << QStringList{"OpenWIN.WAV, window shown, main shown"} << true << true;
-    QTest::newRow("Drive Explorer")
-        << "DriveExplorerMNU" << 1 << Target::DriveExplorer
-        << QStringList{"OpenWIN.WAV, window hidden, main shown", "OpenWIN.WAV, window shown, main shown"} << true << true;
-    // The selector is shown and clicks before the main window goes.
-    QTest::newRow("Theme") << "ThemeMNU" << 1 << Target::Selector << QStringList{"Click.WAV, window shown, main shown"}
-                           << false << true;
+    // A window's own load plays its open sound while it is still hidden; the entry plays it
+    // again once it is shown.
+    const QStringList closeSound{"CloseWIN.WAV"};
+    const Target favourites = target<FavoritePlacesFRM>("FavoritePlacesFRM");
+    row("Favorite Places", "FavoritePlacesMNU", 1, favourites,
+        {"OpenWIN.WAV -FavoritePlacesFRM +MainFRM", "OpenWIN.WAV +FavoritePlacesFRM +MainFRM"}, "Favorite Places",
+        {5775, 4230}, false, closeSound);
+    row("Favorite Places, already open: its sound again", "FavoritePlacesMNU", 2, favourites,
+        {"OpenWIN.WAV +FavoritePlacesFRM +MainFRM"}, "Favorite Places", {5775, 4230}, false, closeSound);
+    row("Edit Home Page: no sound of its own", "EditHomePageMNU", 1, target<HomePageFRM>("HomePageFRM"),
+        {"OpenWIN.WAV +HomePageFRM +MainFRM"}, "Edit Home Page", {3990, 855}, false, {});
+    // Loaded hidden by the first page's progress: the entry only shows it.
+    row("Browser Status", "BrowserStatusMNU", 1, target<BrowserStatusFRM>("BrowserStatusFRM"),
+        {"OpenWIN.WAV +BrowserStatusFRM +MainFRM"}, "Browser Status", {7215, 3615}, true, closeSound);
+    row("Drive Explorer", "DriveExplorerMNU", 1, target<DriveExplorerFRM>("DriveExplorerFRM"),
+        {"OpenWIN.WAV -DriveExplorerFRM +MainFRM", "OpenWIN.WAV +DriveExplorerFRM +MainFRM"}, "Drive Explorer",
+        {8175, 5610}, false, closeSound);
+    row("HTML Editor: its load plays nothing", "HTMLEditorMNU", 1, target<EditorFRM>("EditorFRM"),
+        {"OpenWIN.WAV +EditorFRM +MainFRM"}, "HTML Editor", {8175, 5295}, false, closeSound);
+    // The viewer shows itself as it loads, and fetches the page shown with a click.
+    row("HTML Viewer", "HTMLViewerMNU", 1, target<HTMLViewerFRM>("HTMLViewerFRM"),
+        {"OpenWIN.WAV +HTMLViewerFRM +MainFRM", "Click.WAV +HTMLViewerFRM +MainFRM", "OpenWIN.WAV +HTMLViewerFRM +MainFRM"},
+        "HTML Viewer", {8055, 6840}, false, closeSound);
+    const Target calculator = target<CalculatorFRM>("CalculatorFRM");
+    row("Calculator: the click, then the window", "CalculatorMNU", 1, calculator,
+        {"Click.WAV -CalculatorFRM +MainFRM", "OpenWIN.WAV -CalculatorFRM +MainFRM"}, "Calculator", {3735, 3615}, false, {});
+    row("Calculator, already open: the click alone", "CalculatorMNU", 2, calculator, {"Click.WAV +CalculatorFRM +MainFRM"},
+        "Calculator", {3735, 3615}, false, {});
+    row("Note Pad: the window, then a click", "NotePadMNU", 1, target<NotePadFRM>("NotePadFRM"),
+        {"OpenWIN.WAV -NotePadFRM +MainFRM", "Click.WAV +NotePadFRM +MainFRM"},
+        "Notepad (Automaticly Saves, Each Keystroke)", {6270, 3975}, true, closeSound);
+    row("Doodle Pad", "DoodlePadMNU", 1, target<DoodleFRM>("DoodleFRM"),
+        {"OpenWIN.WAV -DoodleFRM +MainFRM", "OpenWIN.WAV +DoodleFRM +MainFRM"},
+        "Doodle [Double Click To Get Options Window]", {8445, 6180}, false, closeSound);
+    const Target about = target<AboutFRM>("AboutFRM");
+    row("About", "AboutMNU", 1, about, {"OpenWIN.WAV -AboutFRM +MainFRM", "OpenWIN.WAV +AboutFRM +MainFRM"},
+        "About This Application", {6495, 7455}, false, closeSound);
+    row("About, already open", "AboutMNU", 2, about, {"OpenWIN.WAV +AboutFRM +MainFRM"}, "About This Application",
+        {6495, 7455}, false, closeSound);
+    row("View Readme: no sound at all", "Readme", 1, target<ReadMeFRM>("ReadMeFRM"), {}, "Read Me ", {9375, 5175}, true, {});
+    const Target player = target<MP3PlayerFRM>("MP3PlayerFRM");
+    row("MP3 Player with a file", "MP3PlayerMNU", 1, player,
+        {"OpenWIN.WAV -MP3PlayerFRM +MainFRM", "Click.WAV -MP3PlayerFRM +MainFRM", "open file",
+         "OpenWIN.WAV +MP3PlayerFRM +MainFRM"},
+        "MP3 Player", {4455, 2190}, true, closeSound);
+    // Cancelled, the player closes itself before it can be shown; the entry's sound follows.
+    row("MP3 Player cancelled", "MP3PlayerMNU", 1, player,
+        {"OpenWIN.WAV -MP3PlayerFRM +MainFRM", "Click.WAV -MP3PlayerFRM +MainFRM", "open file",
+         "CloseWIN.WAV -MP3PlayerFRM +MainFRM", "OpenWIN.WAV -MP3PlayerFRM +MainFRM"},
+        "", {}, false, {});
+    // The selector shows and clicks before the main window goes; Cancel is offered again.
+    row("Theme", "ThemeMNU", 1, target<ThemeSelector>("ThemeSelector"), {"Click.WAV +ThemeSelector +MainFRM"},
+        "Theme Selector", {6495, 5295}, false, {}, false);
     // The main window goes first, then the idle screen shows, then the click.
-    QTest::newRow("Go Idle") << "GoIdleMNU" << 1 << Target::Idle << QStringList{"Click.WAV, window shown, main hidden"}
-                             << false << true;
+    row("Go Idle", "GoIdleMNU", 1, target<IdleFRM>("IdleFRM"), {"Click.WAV +IdleFRM -MainFRM"}, "IdleFRM", {}, false,
+        closeSound, false);
 }
 
-void TestMenus::stepsAndSounds()
+void TestMenus::entries()
 {
     QFETCH(QString, entry);
     QFETCH(int, times);
-    QFETCH(Target, target);
+    QFETCH(Target, window);
     QFETCH(QStringList, log);
-    QFETCH(bool, mainShownAfter);
-    QFETCH(bool, targetShownAfter);
-    Program p(m_server.url("/titled").toString());
-    p.watched = target;
-    form<ThemeSelector>().CancelCMD.setEnabled(false); // as a first start leaves it
+    QFETCH(bool, mainShown);
+    QFETCH(QString, caption);
+    QFETCH(QSize, client);
+    QFETCH(bool, topMost);
+    QFETCH(QStringList, closing);
+    if (!m_program) {
+        m_program = std::make_unique<Program>(Program::Setup{.home = m_server.url("/titled").toString().toLatin1()});
+        m_program->write("readme.TXT", "Read me.\r\n");
+        form<ThemeSelector>().CancelCMD.setEnabled(false); // as a first start leaves it
+    }
+    Program& p = *m_program;
+    MainFRM* main = p.main();
+    QVERIFY(main);
+    const QString tune = QTest::currentDataTag() == QLatin1String("MP3 Player with a file") ? kThemes + "/Default/Intro.MP3"
+                                                                                          : QString();
+    p.dialogs->fileAnswer = [&](const FileDialogRequest&) { return tune; };
+    p.watch = window.name.isEmpty() ? QStringList{"MainFRM"} : QStringList{window.name, "MainFRM"};
     for (int i = 0; i < times; ++i) {
         p.log.clear();
         p.choose(entry);
     }
     QCOMPARE(p.log, log);
-    QCOMPARE(p.main().isVisible(), mainShownAfter);
-    if (Form* window = p.target())
-        QCOMPARE(window->isVisible(), targetShownAfter);
-    else
-        QVERIFY(!targetShownAfter);
-    if (target == Target::Selector)
-        QVERIFY(form<ThemeSelector>().CancelCMD.Enabled());
-    QCOMPARE(p.t.untrappedErrors, QList<int>{});
+    QCOMPARE(main->Visible(), mainShown);
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+    Form* opened = window.loaded ? window.loaded() : nullptr;
+    QCOMPARE(opened != nullptr, !caption.isEmpty());
+    if (opened) {
+        QVERIFY(opened->Visible());
+        QCOMPARE(opened->Caption(), caption);
+        if (!client.isEmpty())
+            QCOMPARE(opened->widget()->size(), client / 15);
+        QCOMPARE(bool(opened->widget()->windowFlags() & Qt::WindowStaysOnTopHint), topMost);
+        if (entry == QLatin1String("ThemeMNU"))
+            QVERIFY(form<ThemeSelector>().CancelCMD.Enabled());
+        p.log.clear();
+        p.watch.clear();
+        Unload(*opened);
+        QCOMPARE(p.log, closing);
+    }
+    // What the row left open goes, and the main window comes back for the next row.
     if (PagePropertiesWindow* properties = propertiesWindow())
         properties->close();
+    form<ThemeSelector>().Hide();
+    main->Show();
 }
 
 void TestMenus::openAndSavePage()
 {
-    Program p(m_server.url("/titled").toString());
-    p.t.write("local.html", "<title>On Disk</title><p>local</p>");
-    const QByteArray local = p.t.read("local.html");
+    Program p({.home = m_server.url("/titled").toString().toLatin1()});
+    MainFRM* main = p.main();
+    QVERIFY(main);
+    p.write("local.html", "<title>On Disk</title><p>local</p>");
+    const QByteArray local = p.read("local.html");
+    QString answer = p.path("local.html");
+    p.dialogs->fileAnswer = [&](const FileDialogRequest&) { return answer; };
+    auto navigatedTo = [&](const QString& url) {
+        return QTest::qWaitFor([&] { return main->BrowserWindow.LocationURL() == url; }, 20000);
+    };
 
     // Open Page: the exact filter, and the chosen path as it stands.
-    p.fileAnswer = p.t.path("local.html");
     p.choose("OpenPageMNU");
-    QCOMPARE(p.t.dialogs->fileRequests.last().filter, kOpenFilter);
-    QVERIFY(!p.t.dialogs->fileRequests.last().save);
-    QVERIFY(p.navigatedTo(QUrl::fromLocalFile(p.t.path("local.html")).toString()));
+    QCOMPARE(p.dialogs->fileRequests.last().filter,
+             "All Internet Files (*.hmt,*.html,*.asp,*.shtml,*.js,*.dhtml) | *.htm;*.html;*.asp;*.shtml;*.js;*.dhtml");
+    QVERIFY(navigatedTo(QUrl::fromLocalFile(p.path("local.html")).toString()));
 
-    // Save Page offers the name chosen last; the file chosen is replaced by an empty one.
-    p.t.write("saved.htm", "what it held before");
-    p.fileAnswer = p.t.path("saved.htm");
-    p.choose("SavePageMNU");
-    const FileDialogRequest save = p.t.dialogs->fileRequests.last();
-    QVERIFY(save.save);
-    QCOMPARE(save.filter, kSaveFilter);
-    QCOMPARE(save.fileName, p.t.path("local.html"));
-    QVERIFY(QFileInfo::exists(p.t.path("saved.htm")));
-    QCOMPARE(p.t.read("saved.htm"), QByteArray());
-    // A new file is made empty too.
-    p.fileAnswer = p.t.path("new.htm");
-    p.choose("SavePageMNU");
-    QVERIFY(QFileInfo::exists(p.t.path("new.htm")));
-    QCOMPARE(QFileInfo(p.t.path("new.htm")).size(), 0);
+    // Save Page offers the name chosen last; the file chosen is replaced by an empty one, and a
+    // new one is made empty.
+    p.write("saved.htm", "what it held before");
+    for (const char* name : {"saved.htm", "new.htm"}) {
+        answer = p.path(name);
+        p.choose("SavePageMNU");
+        QCOMPARE(p.dialogs->fileRequests.last().filter, QStringLiteral("htm (*.htm) | *.htm"));
+        QVERIFY(QFileInfo::exists(p.path(name)));
+        QCOMPARE(p.read(name), QByteArray());
+    }
+    QCOMPARE(p.dialogs->fileRequests.at(1).fileName, p.path("local.html"));
 
     // Cancelled, the dialog names no file: a Save Page cancelled after an Open Page leaves the
     // page that was opened as it was, and an Open Page cancelled goes nowhere.
-    p.fileAnswer = p.t.path("local.html");
+    answer = p.path("local.html");
     p.choose("OpenPageMNU");
-    p.fileAnswer.clear();
+    answer.clear();
     p.choose("SavePageMNU");
-    QCOMPARE(p.t.dialogs->fileRequests.last().fileName, p.t.path("local.html")); // offered all the same
-    QCOMPARE(p.t.read("local.html"), local);
-    QVERIFY(p.navigatedTo(QUrl::fromLocalFile(p.t.path("local.html")).toString()));
-    p.main().BrowserWindow.Navigate(m_server.url("/titled").toString());
-    QVERIFY(p.navigatedTo(m_server.url("/titled").toString()));
+    QCOMPARE(p.dialogs->fileRequests.last().fileName, p.path("local.html")); // offered all the same
+    QCOMPARE(p.read("local.html"), local);
+    const qsizetype from = p.captions.size();
     p.choose("OpenPageMNU");
-    QCOMPARE(p.t.dialogs->fileRequests.last().fileName, QString());
-    QTest::qWait(500);
-    QCOMPARE(p.main().BrowserWindow.LocationURL(), m_server.url("/titled").toString());
-    QCOMPARE(p.t.untrappedErrors, QList<int>{});
+    QCOMPARE(p.dialogs->fileRequests.last().fileName, QString());
+    main->BrowserWindow.Navigate(m_server.url("/untitled").toString());
+    QVERIFY(p.waitForCaption(kDone, from)); // the next page, not a page from the cancelled question
+    QCOMPARE(main->BrowserWindow.LocationURL(), m_server.url("/untitled").toString());
+    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
 void TestMenus::copy_data()
@@ -283,10 +282,10 @@ void TestMenus::copy_data()
     QTest::addColumn<QString>("clipboard");
     QTest::addColumn<QList<int>>("errors");
     QTest::addColumn<QStringList>("log");
-    const QString click = QStringLiteral("Click.WAV, main shown");
     // Nothing selected: the component refuses, nothing traps it, and no click follows.
     QTest::newRow("nothing selected") << false << "before" << QList<int>{-2147467259} << QStringList{};
-    QTest::newRow("after Select All") << true << "A page with a title." << QList<int>{} << QStringList{click, click};
+    QTest::newRow("after Select All") << true << "A page with a title." << QList<int>{}
+                                      << QStringList{"Click.WAV", "Click.WAV"};
 }
 
 void TestMenus::copy()
@@ -295,226 +294,171 @@ void TestMenus::copy()
     QFETCH(QString, clipboard);
     QFETCH(QList<int>, errors);
     QFETCH(QStringList, log);
-    Program p(m_server.url("/titled").toString());
+    Program p({.home = m_server.url("/titled").toString().toLatin1()});
+    MainFRM* main = p.main();
+    QVERIFY(main);
     QGuiApplication::clipboard()->setText(QStringLiteral("before"));
+    p.log.clear();
     if (selectAllFirst) {
         p.choose("SelectAllMNU");
-        QTRY_VERIFY(p.main().BrowserWindow.view()->hasSelection());
+        QTRY_VERIFY(main->BrowserWindow.view()->hasSelection());
     }
     p.choose("CopyMNU");
     QTRY_COMPARE(QGuiApplication::clipboard()->text().trimmed(), clipboard);
-    QCOMPARE(p.t.untrappedErrors, errors);
+    QCOMPARE(p.untrappedErrors, errors);
     QCOMPARE(p.log, log);
 }
 
 void TestMenus::textSizeChangesTheLayout()
 {
-    Program p(m_server.url("/titled").toString());
-    WebBrowser& pane = p.main().BrowserWindow;
+    Program p({.home = m_server.url("/titled").toString().toLatin1()});
+    MainFRM* main = p.main();
+    QVERIFY(main);
+    WebBrowser& pane = main->BrowserWindow;
     // A larger text leaves fewer CSS pixels across the same pane: the page is laid out anew.
     auto across = [&] { return evaluate(pane, QStringLiteral("window.innerWidth")).toInt(); };
     const int atStart = across();
-    QVERIFY(atStart > 0);
     QList<int> widths;
     for (const char* entry : {"SmallestMNU", "SmallMNU", "MediumMNU", "LargeMNU", "LargestMNU"}) {
         const int before = across();
         p.choose(QString::fromLatin1(entry));
         QTRY_VERIFY2(across() != before, entry);
         widths << across();
-        // No check mark: the window does not keep the level.
-        QVERIFY(!p.main().findChild<MenuItem*>(QString::fromLatin1(entry))->action()->isCheckable());
     }
     QCOMPARE(widths[2], atStart); // Medium is the size the page opened with
-    QVERIFY2(std::is_sorted(widths.rbegin(), widths.rend()) &&
-                 std::adjacent_find(widths.begin(), widths.end()) == widths.end(),
+    QVERIFY2(std::is_sorted(widths.rbegin(), widths.rend()) && std::adjacent_find(widths.begin(), widths.end()) == widths.end(),
              qPrintable(QStringLiteral("%1 %2 %3 %4 %5").arg(widths[0]).arg(widths[1]).arg(widths[2]).arg(widths[3]).arg(widths[4])));
-    QCOMPARE(p.log.count(QStringLiteral("Click.WAV, main shown")), 5);
     // The pane keeps the size for the pages that follow, on this site and on another.
-    for (const QString& next : {m_server.url("/untitled").toString(), QUrl::fromLocalFile(p.t.path("next.html")).toString()}) {
-        p.t.write("next.html", "<p>next</p>");
+    p.write("next.html", "<p>next</p>");
+    for (const QString& next : {m_server.url("/untitled").toString(), QUrl::fromLocalFile(p.path("next.html")).toString()}) {
+        const qsizetype from = p.captions.size();
         pane.Navigate(next);
-        QVERIFY(p.navigatedTo(next));
-        QTRY_COMPARE(evaluate(pane, QStringLiteral("document.readyState")).toString(), QStringLiteral("complete"));
+        QVERIFY(p.waitForCaption(kDone, from));
         QCOMPARE(across(), widths[4]);
     }
-    QCOMPARE(p.t.untrappedErrors, QList<int>{});
+    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
-void TestMenus::printToPdfAfterPageSetUp()
+void TestMenus::printAfterPageSetUp()
 {
-    Program p(m_server.url("/titled").toString());
+    Program p({.home = m_server.url("/titled").toString().toLatin1()});
+    MainFRM* main = p.main();
+    QVERIFY(main);
     QTemporaryDir out;
     const QString pdf = out.filePath("page.pdf");
     QPageLayout::Orientation seen = QPageLayout::Portrait;
-    p.pageSetupAnswer = [](QPrinter& printer) {
+    p.dialogs->pageSetupAnswer = [](QPrinter& printer) {
         printer.setPageOrientation(QPageLayout::Landscape);
         return true;
     };
-    p.printAnswer = [&](QPrinter& printer) {
+    p.dialogs->printAnswer = [&](QPrinter& printer) {
         seen = printer.pageLayout().orientation(); // what the set-up chose
         printer.setOutputFormat(QPrinter::PdfFormat);
         printer.setOutputFileName(pdf);
         return true;
     };
     p.choose("PrintSetupMNU");
-    QSignalSpy printed(&p.main().BrowserWindow, &WebBrowser::printed);
+    QSignalSpy printed(&main->BrowserWindow, &WebBrowser::printed);
     p.choose("PrintMNU");
     QVERIFY(printed.wait(30000));
-    QCOMPARE(printed.first().first().toBool(), true);
+    QCOMPARE(printed.takeFirst().first().toBool(), true);
     QCOMPARE(seen, QPageLayout::Landscape);
-    const QString text = pdfText(pdf);
-    QVERIFY2(text.contains(QLatin1String("A page with a title.")), qPrintable(text));
+    QVERIFY(pdfText(pdf).contains(QLatin1String("A page with a title.")));
 
-    // A cancelled print dialog prints nothing.
+    // "Do not prompt": no dialog; the page goes where the last print went.
+    QVERIFY(QFile::remove(pdf));
+    p.log.clear();
+    runHandler([&] { main->BrowserWindow.ExecWB(OLECMDID_PRINT, OLECMDEXECOPT_DONTPROMPTUSER); });
+    QVERIFY(printed.wait(30000));
+    QCOMPARE(p.log, QStringList{});
+    QVERIFY(pdfText(pdf).contains(QLatin1String("A page with a title.")));
+
+    // A cancelled print dialog prints nothing: the click after it comes, no print.
     printed.clear();
-    p.printAnswer = {};
+    p.dialogs->printAnswer = {};
     p.choose("PrintMNU");
+    QCOMPARE(p.log, (QStringList{"print", "Click.WAV"}));
     QVERIFY(!printed.wait(1000));
-    QCOMPARE(p.t.untrappedErrors, QList<int>{});
-}
-
-void TestMenus::pageProperties_data()
-{
-    QTest::addColumn<QString>("page"); // a path on the server, or "file" for a page on disk
-    QTest::addColumn<QString>("title");
-    QTest::addColumn<QString>("protocol");
-    QTest::addColumn<QStringList>("dates"); // the date rows shown, each with a text it holds
-    QTest::addColumn<QStringList>("noDates"); // the date rows not shown
-
-    QTest::newRow("server gives no dates") << "/titled" << "Titled Page" << "HTTP" << QStringList{}
-                                           << QStringList{"Modified:", "Served:", "Expires:"};
-    QTest::newRow("server gives its dates")
-        << "/dated" << "Dated Page" << "HTTP" << QStringList{"Modified:", "2015", "Served:", "2026", "Expires:", "2026"}
-        << QStringList{};
-    QTest::newRow("page on disk") << "file" << "On Disk" << "FILE" << QStringList{"Modified:", ""} << QStringList{"Served:"};
+    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
 void TestMenus::pageProperties()
 {
-    QFETCH(QString, page);
-    QFETCH(QString, title);
-    QFETCH(QString, protocol);
-    QFETCH(QStringList, dates);
-    QFETCH(QStringList, noDates);
-    Program p(QStringLiteral("about:blank"));
-    QString url = m_server.url(page).toString();
-    qint64 size = -1;
-    if (page == QLatin1String("file")) {
-        p.t.write("disk.html", "<title>On Disk</title><p>on disk</p>");
-        url = QUrl::fromLocalFile(p.t.path("disk.html")).toString();
-        size = QFileInfo(p.t.path("disk.html")).size();
+    Program p;
+    MainFRM* main = p.main();
+    QVERIFY(main);
+    const QByteArray disk = "<title>On Disk</title><p>on disk</p>";
+    p.write("disk.html", disk);
+    struct Page {
+        QString url, title, protocol;
+        QStringList dates;   // a heading shown, then a text its date holds
+        QStringList noDates; // headings not shown
+    };
+    const Page pages[] = {
+        {m_server.url("/titled").toString(), "Titled Page", "HTTP", {}, {"Modified:", "Served:", "Expires:"}},
+        {m_server.url("/dated").toString(), "Dated Page", "HTTP", {"Modified:", "2015", "Served:", "2026", "Expires:", "2026"}, {}},
+        {QUrl::fromLocalFile(p.path("disk.html")).toString(), "On Disk", "FILE", {"Modified:", ""}, {"Served:"}},
+    };
+    for (const Page& page : pages) {
+        const qsizetype from = p.captions.size();
+        main->BrowserWindow.Navigate(page.url);
+        QVERIFY(p.waitForCaption(kDone, from));
+        p.choose("PagerPropertiesMNU");
+        PagePropertiesWindow* properties = propertiesWindow();
+        QVERIFY(properties);
+        QTRY_VERIFY(properties->complete());
+        QCOMPARE(properties->value("Title:"), page.title);
+        QCOMPARE(properties->value("Address:"), page.url);
+        QCOMPARE(properties->value("Protocol:"), page.protocol);
+        QCOMPARE(properties->value("Type:"), QStringLiteral("text/html"));
+        // A page's own size exactly for a file; the server's pages as the engine counts them.
+        const QString size = page.protocol == QLatin1String("FILE") ? QStringLiteral("%1 bytes").arg(disk.size()) : QStringLiteral(" bytes");
+        QVERIFY2(properties->value("Size:").endsWith(size), qPrintable(properties->value("Size:")));
+        for (qsizetype i = 0; i + 1 < page.dates.size(); i += 2)
+            QVERIFY2(!properties->value(page.dates[i]).isEmpty() && properties->value(page.dates[i]).contains(page.dates[i + 1]),
+                     qPrintable(page.dates[i] + properties->value(page.dates[i])));
+        for (const QString& heading : page.noDates)
+            QCOMPARE(properties->value(heading), QString());
+        properties->close();
     }
-    p.main().BrowserWindow.Navigate(url);
-    QVERIFY(p.navigatedTo(url));
-    QTRY_COMPARE(p.main().BrowserWindow.LocationName(), title);
-
-    p.choose("PagerPropertiesMNU");
-    PagePropertiesWindow* properties = propertiesWindow();
-    QVERIFY(properties);
-    QTRY_VERIFY(properties->complete());
-    QCOMPARE(properties->value("Title:"), title);
-    QCOMPARE(properties->value("Address:"), url);
-    QCOMPARE(properties->value("Protocol:"), protocol);
-    QCOMPARE(properties->value("Type:"), QStringLiteral("text/html"));
-    if (size >= 0)
-        QCOMPARE(properties->value("Size:"), QStringLiteral("%1 bytes").arg(size));
-    else
-        QVERIFY(properties->value("Size:").endsWith(QLatin1String(" bytes")));
-    for (qsizetype i = 0; i + 1 < dates.size(); i += 2) {
-        QVERIFY2(!properties->value(dates[i]).isEmpty(), qPrintable(dates[i]));
-        QVERIFY2(properties->value(dates[i]).contains(dates[i + 1]), qPrintable(properties->value(dates[i])));
-    }
-    for (const QString& heading : noDates)
-        QCOMPARE(properties->value(heading), QString());
-    properties->close();
 }
 
 void TestMenus::findOnThisPage()
 {
-    Program p(m_server.url("/titled").toString());
-    MainFRM& main = p.main();
+    Program p({.home = m_server.url("/titled").toString().toLatin1()});
+    MainFRM* main = p.main();
+    QVERIFY(main);
     // From the address box, the menu gives the pane the keyboard and sends Ctrl+F to the window
     // that has it: the component's find bar opens with the keyboard in its text box.
-    input::focus(main.URLC);
+    input::focus(main->URLC);
+    p.log.clear();
     p.choose("FindMNU");
-    FindBar& bar = main.BrowserWindow.findBar();
+    FindBar& bar = main->BrowserWindow.findBar();
     QTRY_VERIFY(bar.isVisible());
-    QCOMPARE(p.log, QStringList{});
 
     // "A page with a title.": three a's. Enter goes to the next, Shift+Enter back.
-    input::typeInto(main, "a");
+    QWidget& window = *main->widget();
+    input::typeInto(window, "a");
     QTRY_COMPARE(bar.resultText(), QStringLiteral("1 of 3"));
-    input::keyInto(main, Qt::Key_Return);
+    input::keyInto(window, Qt::Key_Return);
     QTRY_COMPARE(bar.resultText(), QStringLiteral("2 of 3"));
-    input::keyInto(main, Qt::Key_Return, Qt::ShiftModifier);
+    input::keyInto(window, Qt::Key_Return, Qt::ShiftModifier);
     QTRY_COMPARE(bar.resultText(), QStringLiteral("1 of 3"));
-
-    input::typeInto(main, " title");
+    input::typeInto(window, " title");
     QTRY_COMPARE(bar.resultText(), QStringLiteral("1 of 1"));
-    input::keyInto(main, Qt::Key_Home);
-    input::keyInto(main, Qt::Key_Delete);
-    input::typeInto(main, "A");
+    input::keyInto(window, Qt::Key_Home);
+    input::keyInto(window, Qt::Key_Delete);
+    input::typeInto(window, "A");
     // Match case (Tab past Previous and Next, then Space): "A title" is not on the page as typed.
-    input::keyInto(main, Qt::Key_Tab);
-    input::keyInto(main, Qt::Key_Tab);
-    input::keyInto(main, Qt::Key_Tab);
-    input::keyInto(main, Qt::Key_Space);
+    for (int i = 0; i < 3; ++i)
+        input::keyInto(window, Qt::Key_Tab);
+    input::keyInto(window, Qt::Key_Space);
     QTRY_COMPARE(bar.resultText(), QStringLiteral("Not found"));
-
-    // Escape closes the bar and gives the page the keyboard back.
-    input::keyInto(main, Qt::Key_Escape);
+    // Escape closes the bar.
+    input::keyInto(window, Qt::Key_Escape);
     QTRY_VERIFY(!bar.isVisible());
     QCOMPARE(p.log, QStringList{});
-    QCOMPARE(p.t.untrappedErrors, QList<int>{});
-}
-
-void TestMenus::execWBRefusals_data()
-{
-    QTest::addColumn<int>("command");
-    QTest::addColumn<int>("option");
-    QTest::addColumn<QVariant>("in");
-    QTest::addColumn<int>("error");
-    QTest::newRow("zoom level 5") << int(OLECMDID_ZOOM) << int(OLECMDEXECOPT_DONTPROMPTUSER) << QVariant(5) << int(ErrInvalidProcedureCall);
-    QTest::newRow("zoom level -1") << int(OLECMDID_ZOOM) << int(OLECMDEXECOPT_DONTPROMPTUSER) << QVariant(-1) << int(ErrInvalidProcedureCall);
-    QTest::newRow("zoom without a level") << int(OLECMDID_ZOOM) << int(OLECMDEXECOPT_DONTPROMPTUSER) << QVariant() << int(ErrInvalidProcedureCall);
-    QTest::newRow("a command the component lacks") << 99 << int(OLECMDEXECOPT_DODEFAULT) << QVariant() << -2147467259;
-    QTest::newRow("zoom level 4 is fine") << int(OLECMDID_ZOOM) << int(OLECMDEXECOPT_DONTPROMPTUSER) << QVariant(4) << 0;
-}
-
-void TestMenus::execWBRefusals()
-{
-    QFETCH(int, command);
-    QFETCH(int, option);
-    QFETCH(QVariant, in);
-    QFETCH(int, error);
-    Program p(QStringLiteral("about:blank"));
-    QVariant out = 1;
-    runHandler([&] { p.main().BrowserWindow.ExecWB(command, option, in, &out); });
-    QCOMPARE(p.t.untrappedErrors, error ? QList<int>{error} : QList<int>{});
-}
-
-void TestMenus::printWithoutPromptingUsesTheLastPrinter()
-{
-    Program p(m_server.url("/titled").toString());
-    QTemporaryDir out;
-    const QString pdf = out.filePath("page.pdf");
-    p.printAnswer = [&](QPrinter& printer) {
-        printer.setOutputFormat(QPrinter::PdfFormat);
-        printer.setOutputFileName(pdf);
-        return true;
-    };
-    WebBrowser& pane = p.main().BrowserWindow;
-    QSignalSpy printed(&pane, &WebBrowser::printed);
-    p.choose("PrintMNU");
-    QVERIFY(printed.wait(30000));
-    QVERIFY(QFile::remove(pdf));
-    // "Do not prompt": no dialog; the page goes where the last print went.
-    p.log.clear();
-    runHandler([&] { pane.ExecWB(OLECMDID_PRINT, OLECMDEXECOPT_DONTPROMPTUSER); });
-    QVERIFY(printed.wait(30000));
-    QCOMPARE(p.log, QStringList{});
-    QVERIFY(pdfText(pdf).contains(QLatin1String("A page with a title.")));
-    QCOMPARE(p.t.untrappedErrors, QList<int>{});
+    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
 GLIDEPATH_WEB_TEST_MAIN(TestMenus)

@@ -33,7 +33,8 @@ RealProgram::RealProgram()
     m_process.setWorkingDirectory(m_dir.path());
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
     env.remove(QStringLiteral("QT_QPA_PLATFORM")); // the program runs on the screen, as on a desktop
-    env.insert(QStringLiteral("QT_LOGGING_RULES"), QStringLiteral("glidepath.caption=true;glidepath.geometry=true;glidepath.text=true"));
+    env.insert(QStringLiteral("QT_LOGGING_RULES"),
+               QStringLiteral("glidepath.caption=true;glidepath.geometry=true;glidepath.text=true;glidepath.timing=true"));
     m_process.setProcessEnvironment(env);
     m_process.setProcessChannelMode(QProcess::SeparateChannels);
     QObject::connect(&m_process, &QProcess::readyReadStandardError, [this] { m_log += m_process.readAllStandardError(); });
@@ -46,9 +47,7 @@ RealProgram::~RealProgram()
         const QString shot = QDir::tempPath() + QStringLiteral("/glidepath-e2e-") +
                              QString::fromLatin1(QTest::currentTestFunction()) + QStringLiteral(".png");
         QProcess::execute(QStringLiteral("import"), {"-window", "root", shot});
-        m_log += m_process.readAllStandardError();
-        qWarning("screen: %s\nprogram's last words:\n%s", qPrintable(shot),
-                 m_log.right(3000).constData());
+        qWarning("screen: %s\nprogram's last words:\n%s", qPrintable(shot), errorOutput().right(3000).constData());
     }
     if (running()) {
         m_process.kill();
@@ -73,7 +72,8 @@ QByteArray RealProgram::read(const QString& name) const
 
 QByteArray RealProgram::errorOutput()
 {
-    m_log += m_process.readAllStandardError();
+    if (running())
+        m_log += m_process.readAllStandardError();
     return m_log;
 }
 
@@ -94,49 +94,53 @@ bool RealProgram::waitForExit(int ms)
     return QTest::qWaitFor([&] { return !running(); }, ms);
 }
 
-QStringList RealProgram::captions()
+QStringList RealProgram::log(const QString& category)
 {
-    m_log += m_process.readAllStandardError();
-    QStringList result;
-    // Lines of the caption log: "glidepath.caption: Window: caption"
-    static const QRegularExpression line(QStringLiteral("^glidepath\\.caption: \\w+: (.*)$"));
-    for (const QByteArray& raw : m_log.split('\n')) {
-        const auto match = line.match(QString::fromUtf8(raw));
-        if (match.hasMatch())
-            result << match.captured(1);
-    }
-    return result;
-}
-
-int RealProgram::lastSize(const QString& control, const QString& side)
-{
-    m_log += m_process.readAllStandardError();
-    const QByteArray prefix = "glidepath.geometry: " + control.toUtf8() + ' ' + side.toUtf8() + ' ';
-    int value = -1;
+    errorOutput();
+    const QByteArray prefix = "glidepath." + category.toUtf8() + ": ";
+    QStringList messages;
     for (const QByteArray& line : m_log.split('\n'))
         if (line.startsWith(prefix))
-            value = line.mid(prefix.size()).toInt();
-    return value;
+            messages << QString::fromUtf8(line.mid(prefix.size()));
+    return messages;
 }
 
-QString RealProgram::lastText(const QString& control)
+QStringList RealProgram::captions()
 {
-    m_log += m_process.readAllStandardError();
-    const QByteArray prefix = "glidepath.text: " + control.toUtf8() + ": ";
-    QString text;
-    bool found = false;
-    for (const QByteArray& line : m_log.split('\n')) {
-        if (line.startsWith(prefix)) {
-            text = QString::fromUtf8(line.mid(prefix.size()));
-            found = true;
-        }
-    }
-    return found ? text : QStringLiteral("<none>");
+    QStringList result;
+    for (const QString& line : log(QStringLiteral("caption")))
+        result << line.section(QLatin1String(": "), 1);
+    return result;
 }
 
 bool RealProgram::waitForCaption(const QString& caption, int ms)
 {
     return QTest::qWaitFor([&] { return captions().contains(caption); }, ms);
+}
+
+QStringList RealProgram::moments()
+{
+    QStringList result;
+    for (const QString& line : log(QStringLiteral("timing")))
+        result << line.section(QLatin1Char(' '), 1);
+    return result;
+}
+
+bool RealProgram::waitForMoment(const QString& moment, qsizetype from, int ms)
+{
+    return QTest::qWaitFor([&] { return moments().indexOf(moment, from) >= 0; }, ms);
+}
+
+int RealProgram::lastSize(const QString& control, const QString& side)
+{
+    const QStringList sizes = log(QStringLiteral("geometry")).filter(QRegularExpression("^" + QRegularExpression::escape(control + " " + side + " ")));
+    return sizes.isEmpty() ? -1 : sizes.last().section(QLatin1Char(' '), 2).toInt();
+}
+
+QString RealProgram::lastText(const QString& control)
+{
+    const QStringList texts = log(QStringLiteral("text")).filter(QRegularExpression("^" + QRegularExpression::escape(control + ": ")));
+    return texts.isEmpty() ? QStringLiteral("<none>") : texts.last().mid(control.size() + 2);
 }
 
 QString RealProgram::xdo(const QStringList& args) const
@@ -194,18 +198,6 @@ unsigned long RealProgram::waitForWindowLike(const QString& pattern, int ms, QSi
         return found != 0;
     }, ms);
     return found;
-}
-
-bool RealProgram::waitForAnyWindow(int ms)
-{
-    return QTest::qWaitFor([&] {
-        return !xdo({"search", "--all", "--onlyvisible", "--pid", QString::number(m_process.processId()), "--name", ".*"}).isEmpty();
-    }, ms);
-}
-
-QString RealProgram::title(unsigned long window) const
-{
-    return xdo({"getwindowname", QString::number(window)});
 }
 
 QRect RealProgram::inner(unsigned long window) const
@@ -284,11 +276,11 @@ unsigned long RealProgram::openMainWindow(bool settled)
 {
     const QString mainTitle = QStringLiteral("^Glidepath - \\[");
     const qsizetype before = captions().size(); // an earlier run in this folder wrote these
+    const qsizetype moment = moments().size();
     start();
     // The intro stands in the middle of the screen, above everything, until it is clicked.
-    if (!waitForAnyWindow())
+    if (!waitForMoment(QStringLiteral("painted IntroFRM"), moment))
         return 0;
-    QTest::qWait(500);
     clickScreen(screen().center());
     if (!settled)
         return waitForWindowLike(mainTitle, 30000);
@@ -308,7 +300,6 @@ void RealProgram::chooseMenu(unsigned long main, const QStringList& keys)
 {
     activate(main);
     click(main, QPoint(20, 8));
-    QTest::qWait(300);
     for (const QString& k : keys)
         key(k);
 }

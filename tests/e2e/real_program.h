@@ -2,10 +2,11 @@
 // The real glidepath executable, started from a copy of the program directory on the test
 // screen (which has a window manager), and driven as a person drives it: with the X server's
 // own keyboard and mouse through xdotool. What the program shows is read back from the screen:
-// window titles and places through xdotool, and every caption it writes through its caption log.
+// window titles and places through xdotool; and from its log: every caption, every size given
+// to a control, every text written to a text box, and the moments a window is made, painted,
+// hidden or unloaded and a message box asks.
 
 #include <QByteArray>
-#include <QMap>
 #include <QProcess>
 #include <QRect>
 #include <QString>
@@ -29,13 +30,20 @@ public:
     int exitCode() const { return m_process.exitCode(); }
     // Ended by a signal (a crash or an abort), not by its own exit.
     bool crashed() const { return m_process.exitStatus() == QProcess::CrashExit; }
+    bool waitForExit(int ms = 10000);
     // What the program wrote to its standard error so far.
     QByteArray errorOutput();
-    bool waitForExit(int ms = 10000);
 
-    // Every caption the program wrote, oldest first.
+    // The messages of one of the program's log categories ("caption", "timing"), oldest first,
+    // each as it was logged after the category's name ("MainFRM: Glidepath - [Inactive]").
+    QStringList log(const QString& category);
+    // Every caption the program wrote, oldest first, without the window's name.
     QStringList captions();
     bool waitForCaption(const QString& caption, int ms = 20000);
+    // The moments of the timing log ("painted IntroFRM"), oldest first, without their time.
+    QStringList moments();
+    // Waits for a moment after the first `from` moments.
+    bool waitForMoment(const QString& moment, qsizetype from = 0, int ms = 20000);
     // The last width or height (side "width" or "height") the program gave a control
     // ("MainFRM.URLC"), in twips; -1 when it gave none.
     int lastSize(const QString& control, const QString& side);
@@ -52,8 +60,6 @@ public:
     unsigned long activeWindow() const;
     // The window (wider than a menu's edge) that takes the keyboard from window; 0 when none does.
     unsigned long waitForActiveOtherThan(unsigned long window, int ms = 10000) const;
-    bool waitForAnyWindow(int ms = 20000);
-    QString title(unsigned long window) const;
     // The window's outer rectangle (frame included) and its inner one, in screen pixels.
     QRect frame(unsigned long window) const;
     QRect inner(unsigned long window) const;
@@ -64,12 +70,13 @@ public:
     void clickScreen(QPoint at, int button = 1);
     void doubleClickScreen(QPoint at);
     void activate(unsigned long window);
-    void key(const QString& keys);   // xdotool key names: "Return", "ctrl+a"
+    void key(const QString& keys); // xdotool key names: "Return", "ctrl+a"
     void type(const QString& text);
     void resize(unsigned long window, QSize inner);
 
-    // Started, the intro clicked away, and the main window come (0 when it does not). Settled,
-    // its load sequence is over too: "[Done Loading Document]", then "Going to:" once more.
+    // Started, the intro clicked away once it is painted, and the main window come (0 when it
+    // does not). Settled, its load sequence is over too: "[Done Loading Document]", then
+    // "Going to:" once more.
     unsigned long openMainWindow(bool settled = true);
     // A menu entry chosen with the keyboard: File opened with a click, then the keys (Left from
     // File wraps to the last menu, with its first entry highlighted).

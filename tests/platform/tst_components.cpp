@@ -1,5 +1,6 @@
 // The hosted components' own decisions: what a typed address means, how a classic dialog
-// filter reads, and the directory list's path rules.
+// filter reads, the directory list's path rules, the rich text box's long lines, and the
+// commands the browser component refuses.
 
 #include "platform/common_dialog.h"
 #include "platform/dir_list.h"
@@ -27,6 +28,12 @@ public:
     DirListBox Dir{*this, "Dir", {0, 0, 3000, 3000}};
     RichTextBox Rich{*this, "Rich", {0, 3000, 4000, 1000}};
 };
+
+class Pane : public Form {
+public:
+    Pane() : Form("Pane", 4000, 4000) {}
+    WebBrowser Browser{*this, "Browser", {0, 0, 4000, 4000}};
+};
 } // namespace
 
 class TestComponents : public QObject {
@@ -40,6 +47,8 @@ private Q_SLOTS:
     void directoryList();
     void longLinesEditedAsOne_data();
     void longLinesEditedAsOne();
+    void execWBRefusals_data();
+    void execWBRefusals();
 };
 
 void TestComponents::typedAddresses_data()
@@ -118,7 +127,7 @@ void TestComponents::directoryList()
     QCOMPARE(next.Err(), int(ErrPathNotFound));
     QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
     holder.Show(); // filled when first shown, opened at its path
-    QVERIFY(QTest::qWaitForWindowExposed(&holder));
+    QVERIFY(QTest::qWaitForWindowExposed(holder.widget()));
     QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
 
     // An arrow key only highlights the sub-directory; Enter opens it.
@@ -193,6 +202,29 @@ void TestComponents::longLinesEditedAsOne()
         input::key(holder.Rich, Qt::Key_C, Qt::ControlModifier);
         QCOMPARE(QGuiApplication::clipboard()->text(), QString(expected).replace(QStringLiteral("\r\n"), QStringLiteral("\n")));
     }
+}
+
+void TestComponents::execWBRefusals_data()
+{
+    QTest::addColumn<int>("command");
+    QTest::addColumn<QVariant>("in");
+    QTest::addColumn<int>("error");
+    QTest::newRow("zoom level 5") << int(OLECMDID_ZOOM) << QVariant(5) << int(ErrInvalidProcedureCall);
+    QTest::newRow("zoom level -1") << int(OLECMDID_ZOOM) << QVariant(-1) << int(ErrInvalidProcedureCall);
+    QTest::newRow("zoom without a level") << int(OLECMDID_ZOOM) << QVariant() << int(ErrInvalidProcedureCall);
+    QTest::newRow("zoom level 4 is fine") << int(OLECMDID_ZOOM) << QVariant(4) << 0;
+    QTest::newRow("a command the component lacks") << 99 << QVariant() << -2147467259;
+}
+
+void TestComponents::execWBRefusals()
+{
+    QFETCH(int, command);
+    QFETCH(QVariant, in);
+    QFETCH(int, error);
+    TestRuntime t;
+    QVariant out = 1;
+    runHandler([&] { form<Pane>().Browser.ExecWB(command, OLECMDEXECOPT_DONTPROMPTUSER, in, &out); });
+    QCOMPARE(t.untrappedErrors, error ? QList<int>{error} : QList<int>{});
 }
 
 GLIDEPATH_WEB_TEST_MAIN(TestComponents)

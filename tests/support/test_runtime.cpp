@@ -2,8 +2,15 @@
 
 #include <QFile>
 
+void TestDialogs::note(const QString& question)
+{
+    if (asked)
+        asked(question);
+}
+
 int TestDialogs::messageBox(const QString& prompt, int style, const QString& title)
 {
+    note(QStringLiteral("message"));
     messageBoxes << prompt;
     messageBoxStyles << style;
     messageBoxTitles << title;
@@ -12,22 +19,26 @@ int TestDialogs::messageBox(const QString& prompt, int style, const QString& tit
 
 QString TestDialogs::file(const platform::FileDialogRequest& request)
 {
+    note(request.save ? QStringLiteral("save file") : QStringLiteral("open file"));
     fileRequests << request;
     return fileAnswer ? fileAnswer(request) : QString();
 }
 
 bool TestDialogs::login(const QString& site, QString& user, QString& password)
 {
+    note(QStringLiteral("log-in"));
     return loginAnswer && loginAnswer(site, user, password);
 }
 
 bool TestDialogs::print(QPrinter& printer)
 {
+    note(QStringLiteral("print"));
     return printAnswer && printAnswer(printer);
 }
 
 bool TestDialogs::pageSetup(QPrinter& printer)
 {
+    note(QStringLiteral("page set-up"));
     return pageSetupAnswer && pageSetupAnswer(printer);
 }
 

@@ -23,6 +23,10 @@ public:
     bool print(QPrinter& printer) override;
     bool pageSetup(QPrinter& printer) override;
 
+    // Told of every question as it is put: "message", "open file", "save file", "log-in",
+    // "print", "page set-up".
+    std::function<void(const QString&)> asked;
+
     QStringList messageBoxes; // the prompts shown
     QStringList messageBoxTitles;
     QList<int> messageBoxStyles;
@@ -33,6 +37,9 @@ public:
     std::function<bool(const QString& site, QString& user, QString& password)> loginAnswer; // unset: cancel
     std::function<bool(QPrinter&)> printAnswer;     // unset: cancel
     std::function<bool(QPrinter&)> pageSetupAnswer; // unset: cancel
+
+private:
+    void note(const QString& question);
 };
 
 class TestRuntime {

@@ -1,0 +1,566 @@
+// The small accessories on the real windows with the real keyboard and mouse: the note pad's
+// whole note written on every keystroke and one CR LF longer on every opening; the doodle pad's
+// segments, options and Clear; the MP3 player through the sound server; the about box's
+// pictures; the readme in full or its stand-in; the hidden page giving way to its picture.
+
+#include "accessories/about.h"
+#include "accessories/doodle.h"
+#include "accessories/mp3_player.h"
+#include "accessories/note_pad.h"
+#include "accessories/read_me.h"
+#include "accessories/secret_place.h"
+#include "startup/intro.h"
+#include "platform/cp1252.h"
+#include "support/input.h"
+#include "support/program.h"
+
+#include <QAudioOutput>
+#include <QDir>
+#include <QMediaPlayer>
+#include <QProcess>
+#include <QElapsedTimer>
+#include <QTimer>
+#include <QTest>
+
+using namespace platform;
+
+namespace {
+
+constexpr int kTwips = 15; // per pixel on the test screen
+
+// The sound server's streams of this process that are playing (not corked), by media name.
+QStringList playingStreams()
+{
+    QProcess pactl;
+    pactl.start(QStringLiteral("pactl"), {QStringLiteral("list"), QStringLiteral("sink-inputs")});
+    pactl.waitForFinished(5000);
+    QStringList playing;
+    const QString pid = QString::number(QCoreApplication::applicationPid());
+    for (const QString& block : QString::fromUtf8(pactl.readAllStandardOutput()).split(QStringLiteral("Sink Input #"))) {
+        if (!block.contains("application.process.id = \"" + pid + "\"") || !block.contains(QStringLiteral("Corked: no")))
+            continue;
+        const qsizetype at = block.indexOf(QStringLiteral("media.name = \""));
+        playing << (at < 0 ? QString() : block.mid(at + 14).section(QLatin1Char('"'), 0, 0));
+    }
+    return playing;
+}
+
+// The ends of a doodle segment, in pixels.
+QLine ends(const platform::Line& l)
+{
+    return QLine(l.X1() / kTwips, l.Y1() / kTwips, l.X2() / kTwips, l.Y2() / kTwips);
+}
+
+// Two MP3 files in a folder of their own, and the player opened on the first.
+struct Tunes {
+    Tunes()
+    {
+        QFile::copy(kThemes + "/Default/Intro.MP3", first());
+        QFile::copy(kThemes + "/Midnight/Intro.MP3", second());
+    }
+    QString first() const { return dir.filePath("first.mp3"); }
+    QString second() const { return dir.filePath("second.MP3"); }
+    QTemporaryDir dir;
+};
+
+} // namespace
+
+class TestAccessories : public QObject {
+    Q_OBJECT
+private Q_SLOTS:
+    void notesGrowByOneLineBreakPerOpening_data();
+    void notesGrowByOneLineBreakPerOpening();
+    void notesSavedAtEveryKey_data();
+    void notesSavedAtEveryKey();
+    void doodleGestures_data();
+    void doodleGestures();
+    void doodleOptionsApplyToLaterSegmentsOnly();
+    void doodlePanelStandsAboveTheDrawing();
+    void doodleClearIsAFreshWindow();
+    void doodleYBeyondSixteenBitsOverflows();
+    void mp3FirstQuestion();
+    void mp3PlaysAndItsTransport();
+    void mp3OpenMoreAsksAfresh();
+    void mp3DesktopFolder_data();
+    void mp3DesktopFolder();
+    void mp3MiniMeAndExitMe();
+    void aboutPictures();
+    void readme_data();
+    void readme();
+    void hiddenPagePlaysTheIntroMusicAgain();
+    void hiddenPagePanelGivesWayAfterFifteenSeconds();
+};
+
+void TestAccessories::notesGrowByOneLineBreakPerOpening_data()
+{
+    QTest::addColumn<QByteArray>("initial"); // null: no file
+    QTest::addColumn<QByteArray>("first");
+    QTest::addColumn<QByteArray>("second");
+    QTest::newRow("three letters") << QByteArray("abc") << QByteArray("abc\r\n") << QByteArray("abc\r\n\r\n");
+    QTest::newRow("as the pad writes them") << QByteArray("abc\r\n") << QByteArray("abc\r\n\r\n") << QByteArray("abc\r\n\r\n\r\n");
+    QTest::newRow("two lines") << QByteArray("one\r\ntwo") << QByteArray("one\r\ntwo\r\n") << QByteArray("one\r\ntwo\r\n\r\n");
+    QTest::newRow("8-bit text") << QByteArray("caf\xe9 \x80") << QByteArray("caf\xe9 \x80\r\n") << QByteArray("caf\xe9 \x80\r\n\r\n");
+    QTest::newRow("empty file") << QByteArray("") << QByteArray("\r\n") << QByteArray("\r\n\r\n");
+    QTest::newRow("no file") << QByteArray() << QByteArray("\r\n") << QByteArray("\r\n\r\n");
+}
+
+void TestAccessories::notesGrowByOneLineBreakPerOpening()
+{
+    QFETCH(QByteArray, initial);
+    QFETCH(QByteArray, first);
+    QFETCH(QByteArray, second);
+    Program p;
+    if (!initial.isNull())
+        p.write("Notes.TXT", initial);
+    auto* pad = p.open<NotePadFRM>();
+    QVERIFY(pad);
+    QCOMPARE(p.read("Notes.TXT"), first);
+    Unload(*pad);
+    QCOMPARE(p.read("Notes.TXT"), first); // nothing is saved on closing
+    QVERIFY(p.open<NotePadFRM>());
+    QCOMPARE(p.read("Notes.TXT"), second);
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+}
+
+void TestAccessories::notesSavedAtEveryKey_data()
+{
+    // Keys: text typed as it stands, "<Key>" for a named key, "^k" for Ctrl with a letter.
+    QTest::addColumn<QByteArray>("initial");
+    QTest::addColumn<QStringList>("keys");
+    QTest::addColumn<QString>("note");
+    // The caret stands at the start of the note, as after the text is set.
+    QTest::newRow("typed before the note") << QByteArray("end\r\n") << QStringList{"Hi "} << "Hi end\r\n";
+    QTest::newRow("lines") << QByteArray() << QStringList{"one", "<Return>", "two"} << "one\r\ntwo";
+    QTest::newRow("backspaces") << QByteArray() << QStringList{"abc", "<Backspace>", "<Backspace>"} << "a";
+    QTest::newRow("undo") << QByteArray() << QStringList{"abc", "<Return>", "def", "^z"} << "abc\r\n";
+    QTest::newRow("all replaced") << QByteArray() << QStringList{"abc", "<Return>", "def", "^a", "x"} << "x";
+    QTest::newRow("home and end") << QByteArray() << QStringList{"abc", "<Home>", "X", "<End>", "Y"} << "XabcY";
+    QTest::newRow("empty lines") << QByteArray() << QStringList{"ab", "<Return>", "<Return>", "<Return>", "<Backspace>"} << "ab\r\n\r\n";
+    QTest::newRow("joined lines") << QByteArray() << QStringList{"ab", "<Return>", "cd", "<Home>", "<Backspace>"} << "abcd";
+    QTest::newRow("emptied: a line break") << QByteArray("some words\r\nand more") << QStringList{"^a", "<Delete>"} << "";
+}
+
+void TestAccessories::notesSavedAtEveryKey()
+{
+    QFETCH(QByteArray, initial);
+    QFETCH(QStringList, keys);
+    QFETCH(QString, note);
+    Program p;
+    if (!initial.isNull())
+        p.write("Notes.TXT", initial);
+    auto* pad = p.open<NotePadFRM>();
+    QVERIFY(pad);
+    const QMap<QString, Qt::Key> named{{"<Return>", Qt::Key_Return}, {"<Backspace>", Qt::Key_Backspace},
+                                       {"<Home>", Qt::Key_Home}, {"<End>", Qt::Key_End}, {"<Delete>", Qt::Key_Delete}};
+    // After every key the file holds the whole note as shown, its line breaks CR LF, and a CR LF.
+    auto saved = [&] { return p.read("Notes.TXT") == encodeAnsi(pad->Data.Text()) + "\r\n"; };
+    for (const QString& k : keys) {
+        if (named.contains(k)) {
+            input::key(pad->Data, named[k]);
+            QVERIFY2(saved(), qPrintable(k));
+        } else if (k.startsWith('^')) {
+            input::key(pad->Data, Qt::Key(Qt::Key_A + (k[1].unicode() - 'a')), Qt::ControlModifier);
+        } else {
+            for (const QChar c : k) {
+                input::type(pad->Data, QString(c));
+                QVERIFY2(saved(), qPrintable(k));
+            }
+        }
+    }
+    QCOMPARE(pad->Data.Text(), note);
+    QCOMPARE(p.read("Notes.TXT"), encodeAnsi(note) + "\r\n");
+}
+
+void TestAccessories::doodleGestures_data()
+{
+    // Steps: "p x y" press, "m x y" move, "r x y" release (capitals with the right button),
+    // "d x y" double-click, in pixels.
+    QTest::addColumn<QStringList>("steps");
+    QTest::addColumn<QList<QLine>>("segments");
+    QTest::newRow("a stroke") << QStringList{"p 100 100", "m 110 105", "m 130 120", "r 130 120"}
+                              << QList<QLine>{{100, 100, 110, 105}, {110, 105, 130, 120}};
+    QTest::newRow("a click draws nothing") << QStringList{"p 50 60", "r 50 60"} << QList<QLine>{};
+    QTest::newRow("moving without a button draws nothing") << QStringList{"m 10 10", "m 40 40"} << QList<QLine>{};
+    QTest::newRow("two strokes") << QStringList{"p 10 10", "m 20 20", "r 20 20", "m 200 200", "p 300 300", "m 310 300", "r 310 300"}
+                                 << QList<QLine>{{10, 10, 20, 20}, {300, 300, 310, 300}};
+    QTest::newRow("the right button draws too") << QStringList{"P 40 40", "m 45 50", "R 45 50"} << QList<QLine>{{40, 40, 45, 50}};
+    QTest::newRow("a double-click draws nothing") << QStringList{"d 400 300", "m 420 300"} << QList<QLine>{};
+}
+
+void TestAccessories::doodleGestures()
+{
+    QFETCH(QStringList, steps);
+    QFETCH(QList<QLine>, segments);
+    Program p;
+    auto* pad = p.open<DoodleFRM>();
+    QVERIFY(pad);
+    for (const QString& step : steps) {
+        const QStringList s = step.split(' ');
+        const QPoint at(s[1].toInt(), s[2].toInt());
+        const Qt::MouseButton button = s[0].at(0).isUpper() ? Qt::RightButton : Qt::LeftButton;
+        const QChar kind = s[0].at(0).toLower();
+        if (kind == 'p')
+            input::press(*pad, at, button);
+        else if (kind == 'm')
+            input::move(*pad, at);
+        else if (kind == 'r')
+            input::release(*pad, at, button);
+        else
+            input::doubleClick(*pad, at);
+    }
+    QList<QLine> drawn;
+    for (int i = 1; i <= pad->Line1.UBound(); ++i) {
+        QVERIFY(pad->Line1(i).Visible());
+        drawn << ends(pad->Line1(i));
+    }
+    QCOMPARE(drawn, segments);
+    QVERIFY(!pad->Line1(0).Visible()); // the template
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+}
+
+void TestAccessories::doodleOptionsApplyToLaterSegmentsOnly()
+{
+    Program p;
+    auto* pad = p.open<DoodleFRM>();
+    QVERIFY(pad);
+    QTRY_COMPARE(pad->Data(4).Caption(), QStringLiteral("1")); // the timer has run
+    input::press(*pad, {100, 250});
+    input::move(*pad, {160, 280});
+    input::release(*pad, {160, 280});
+
+    // The panel by a double-click; the red slider and the pen size pushed to their ends with the
+    // keyboard, and five clicks on the blue slider's right arrow, one step each.
+    QCOMPARE(pad->TFrame.Top(), 99999);
+    input::doubleClick(*pad, {500, 350});
+    QCOMPARE(pad->TFrame.Top(), 240);
+    input::key(pad->RedSLD, Qt::Key_End);
+    input::key(pad->PenSize, Qt::Key_End);
+    const QPoint rightArrow(pad->BlueSLD.widget()->width() - 4, pad->BlueSLD.widget()->height() / 2);
+    for (int i = 0; i < 5; ++i)
+        input::click(pad->BlueSLD, Qt::LeftButton, rightArrow);
+    const OleColor mixed = RGB(255, 0, 5);
+    QTRY_COMPARE(pad->Line1(0).BorderColor(), mixed); // applied by the timer
+    QCOMPARE(pad->Preview.BackColor(), mixed);
+    QCOMPARE(pad->Line1(0).BorderWidth(), 50);
+    QCOMPARE(pad->Data(4).Caption(), QStringLiteral("50"));
+
+    input::press(*pad, {300, 300});
+    input::move(*pad, {360, 330});
+    input::release(*pad, {360, 330});
+    QCOMPARE(std::pair(pad->Line1(2).BorderColor(), pad->Line1(2).BorderWidth()), std::pair(mixed, 50));
+    QCOMPARE(std::pair(pad->Line1(1).BorderColor(), pad->Line1(1).BorderWidth()), std::pair(vbBlack, 1)); // as drawn
+    // On the window's drawing: the wide red segment and the thin black one.
+    const QImage& drawn = pad->graphicsLayer().picture();
+    QCOMPARE(drawn.pixelColor(330, 315 + 20).rgb(), QColor(255, 0, 5).rgb());
+    QCOMPARE(drawn.pixelColor(130, 265).rgb(), QColor(Qt::black).rgb());
+    QCOMPARE(drawn.pixelColor(130, 265 + 5).alpha(), 0);
+    // A component above 255 counts as 255.
+    pad->RedSLD.setRange(0, 400);
+    pad->RedSLD.setValue(300);
+    QCOMPARE(DoodleFRM::MixColour(pad->RedSLD, pad->GreenSLD, pad->BlueSLD), RGB(255, 0, 5));
+
+    // Hide This Window: the panel goes, with a click.
+    p.log.clear();
+    input::click(pad->HideMe);
+    QCOMPARE(pad->TFrame.Top(), 99999);
+    QCOMPARE(p.log, QStringList{"Click.WAV"});
+}
+
+void TestAccessories::doodlePanelStandsAboveTheDrawing()
+{
+    Program p;
+    auto* pad = p.open<DoodleFRM>();
+    QVERIFY(pad);
+    input::doubleClick(*pad, {500, 350});
+    // A stroke from below the panel across it, ending right of it.
+    input::press(*pad, {100, 300});
+    input::move(*pad, {100, 120});
+    input::move(*pad, {450, 120});
+    input::release(*pad, {450, 120});
+    QCOMPARE(pad->Line1.Count(), 3);
+    QImage shot;
+    QTRY_VERIFY((shot = pad->widget()->grab().toImage()).pixelColor(100, 250) == QColor(Qt::black)); // below the panel it shows
+    QCOMPARE(shot.pixelColor(250, 120), shot.pixelColor(250, 122)); // the panel's face hides the drawing
+    QVERIFY(shot.pixelColor(250, 120) != QColor(Qt::black));
+    QCOMPARE(shot.pixelColor(420, 120), QColor(Qt::black)); // and right of it
+    // A press on the panel belongs to the panel: no drawing starts.
+    input::press(*pad, {200, 30});
+    input::move(*pad, {550, 300});
+    input::release(*pad, {550, 300});
+    QCOMPARE(pad->Line1.Count(), 3);
+}
+
+void TestAccessories::doodleClearIsAFreshWindow()
+{
+    Program p;
+    auto* pad = p.open<DoodleFRM>();
+    QVERIFY(pad);
+    input::press(*pad, {100, 100});
+    for (int i = 1; i <= 10; ++i)
+        input::move(*pad, {100 + i * 10, 100 + i * 5});
+    input::release(*pad, {200, 150});
+    QCOMPARE(pad->Line1.Count(), 11);
+    input::doubleClick(*pad, {500, 350});
+    input::key(pad->GreenSLD, Qt::Key_End);
+    input::key(pad->PenSize, Qt::Key_End);
+    p.log.clear();
+    input::click(pad->TClear);
+    QCOMPARE(p.log, (QStringList{"Click.WAV", "CloseWIN.WAV", "OpenWIN.WAV"}));
+    DoodleFRM& fresh = form<DoodleFRM>();
+    QVERIFY(&fresh != pad);
+    QVERIFY(fresh.Visible());
+    QCOMPARE(fresh.Line1.Count(), 1);
+    QCOMPARE(fresh.TFrame.Top(), 99999);
+    QCOMPARE(std::pair(fresh.GreenSLD.Value(), fresh.PenSize.Value()), std::pair(0, 1));
+    QTRY_COMPARE(fresh.Data(4).Caption(), QStringLiteral("1"));
+    QCOMPARE(fresh.Line1(0).BorderColor(), vbBlack);
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+}
+
+void TestAccessories::doodleYBeyondSixteenBitsOverflows()
+{
+    // The previous y is a 16-bit integer of twips: a press lower than 32,767 twips (2,184 pixels)
+    // on a tall window ends the program with "Overflow". The press goes to the window whatever
+    // part of it the screen shows.
+    Program p;
+    auto* pad = p.open<DoodleFRM>();
+    QVERIFY(pad);
+    pad->setHeight(2300 * kTwips);
+    input::press(*pad, {100, 2190});
+    QCOMPARE(p.untrappedErrors, QList<int>{ErrOverflow});
+}
+
+void TestAccessories::mp3FirstQuestion()
+{
+    Program p;
+    QVERIFY(!p.open<MP3PlayerFRM>()); // cancelled: it closed itself before it could be shown
+    QVERIFY(!p.runtime().forms().isLoaded<MP3PlayerFRM>());
+    QCOMPARE(p.dialogs->fileRequests.size(), 1);
+    const FileDialogRequest& asked = p.dialogs->fileRequests[0];
+    QVERIFY(!asked.save);
+    QCOMPARE(asked.filter, QStringLiteral("MP3 Files (*.MP3)|*.MP3"));
+    QCOMPARE(asked.initDir, MP3PlayerFRM::DesktopFolder());
+    QCOMPARE(asked.fileName, QString());
+}
+
+void TestAccessories::mp3PlaysAndItsTransport()
+{
+    Program p;
+    Tunes tunes;
+    p.dialogs->fileAnswer = [&](const FileDialogRequest&) { return tunes.first(); };
+    auto* player = p.open<MP3PlayerFRM>();
+    QVERIFY(player);
+    MediaPlayer& m = player->Player;
+    QCOMPARE(m.FileName(), tunes.first());
+    QVERIFY(m.AutoStart());
+    // No play command: the file starts by itself, and the sound server plays it.
+    QTRY_VERIFY_WITH_TIMEOUT(m.isPlaying(), 10000);
+    QTRY_VERIFY_WITH_TIMEOUT(playingStreams().contains(QStringLiteral("Glidepath Default")), 5000);
+    QVERIFY(m.displayText().startsWith(QStringLiteral("first.mp3\nPlaying\n0:0")));
+    QTRY_VERIFY(m.Duration() > 0);
+    QVERIFY(m.displayText().endsWith(QStringLiteral(" / 0:0") + QString::number(m.Duration() / 1000)));
+
+    auto clickPart = [&](MediaPlayer::Part part, double along = 0.5) {
+        const QRect r = m.partRect(part);
+        input::click(m, Qt::LeftButton, QPoint(r.left() + int(r.width() * along), r.center().y()));
+    };
+    clickPart(MediaPlayer::Part::PlayPause); // pause
+    QTRY_COMPARE(m.player()->playbackState(), QMediaPlayer::PausedState);
+    QVERIFY(m.displayText().contains(QStringLiteral("\nPaused\n")));
+    const qint64 paused = m.Position();
+    clickPart(MediaPlayer::Part::Position, 0.95); // a click far along the slider moves on
+    QTRY_VERIFY(m.Position() > paused);
+    clickPart(MediaPlayer::Part::PlayPause); // play again
+    QTRY_VERIFY(m.isPlaying());
+    clickPart(MediaPlayer::Part::Stop);
+    QTRY_COMPARE(m.player()->playbackState(), QMediaPlayer::StoppedState);
+    QVERIFY(m.displayText().contains(QStringLiteral("\nStopped\n")));
+    QTRY_COMPARE(m.Position(), qint64(0));
+    // The volume: a click low on its slider turns it down, for the sound server's stream too.
+    QCOMPARE(m.Volume(), 100);
+    clickPart(MediaPlayer::Part::Volume, 0.02);
+    QVERIFY(m.Volume() < 100);
+    QCOMPARE(qRound(m.player()->audioOutput()->volume() * 100), m.Volume());
+}
+
+void TestAccessories::mp3OpenMoreAsksAfresh()
+{
+    Program p;
+    Tunes tunes;
+    QString answer = tunes.first();
+    p.dialogs->fileAnswer = [&](const FileDialogRequest&) { return answer; };
+    auto* player = p.open<MP3PlayerFRM>();
+    QVERIFY(player);
+    QTRY_VERIFY_WITH_TIMEOUT(player->Player.isPlaying(), 10000);
+
+    answer = tunes.second();
+    p.log.clear();
+    input::click(player->OpenMore);
+    QCOMPARE(p.log, (QStringList{"Click.WAV", "Click.WAV", "open file"}));
+    const FileDialogRequest& asked = p.dialogs->fileRequests[1];
+    QCOMPARE(asked.filter, QStringLiteral("MP3 Files|*.MP3"));
+    // The fixed folder again, not the folder of the file chosen before, and no name from it.
+    QCOMPARE(asked.initDir, MP3PlayerFRM::DesktopFolder());
+    QCOMPARE(asked.fileName, QString());
+    // The dialog's default property reads false: the window stays in view, playing the new tune.
+    QVERIFY(player->Visible());
+    QCOMPARE(player->Player.FileName(), tunes.second());
+    QTRY_VERIFY(player->Player.displayText().startsWith(QStringLiteral("second.MP3\nPlaying\n")));
+
+    // Cancelled: the tune stopped before the question stays stopped, the window stays open.
+    answer.clear();
+    input::click(player->OpenMore);
+    QTRY_VERIFY(!player->Player.isPlaying());
+    QVERIFY(player->Visible());
+    QCOMPARE(p.dialogs->fileRequests.size(), 3);
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+}
+
+void TestAccessories::mp3DesktopFolder_data()
+{
+    QTest::addColumn<bool>("hasDesktop");
+    QTest::newRow("a desktop folder") << true;
+    QTest::newRow("none: the home folder") << false;
+}
+
+void TestAccessories::mp3DesktopFolder()
+{
+    QFETCH(bool, hasDesktop);
+    QTemporaryDir home;
+    if (hasDesktop)
+        QVERIFY(QDir(home.path()).mkdir(QStringLiteral("Desktop")));
+    const QByteArray oldHome = qgetenv("HOME");
+    const QByteArray oldConfig = qgetenv("XDG_CONFIG_HOME");
+    qputenv("HOME", home.path().toLocal8Bit());
+    qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral(".config")).toLocal8Bit());
+    const QString folder = MP3PlayerFRM::DesktopFolder();
+    qputenv("HOME", oldHome);
+    if (oldConfig.isEmpty())
+        qunsetenv("XDG_CONFIG_HOME");
+    else
+        qputenv("XDG_CONFIG_HOME", oldConfig);
+    QCOMPARE(folder, hasDesktop ? home.filePath(QStringLiteral("Desktop")) : home.path());
+}
+
+void TestAccessories::mp3MiniMeAndExitMe()
+{
+    Program p;
+    Tunes tunes;
+    p.dialogs->fileAnswer = [&](const FileDialogRequest&) { return tunes.first(); };
+    auto* player = p.open<MP3PlayerFRM>();
+    QVERIFY(player);
+    // The open-folder button: "1" in Wingdings, shown as its picture.
+    QCOMPARE(player->OpenMore.Caption(), QStringLiteral("1"));
+    const QImage face = player->OpenMore.widget()->grab().toImage();
+    bool folder = false;
+    for (int y = 0; y < face.height() && !folder; ++y)
+        for (int x = 0; x < face.width() && !folder; ++x)
+            folder = face.pixelColor(x, y).red() > 200 && face.pixelColor(x, y).blue() < 140;
+    QVERIFY2(folder, "no open folder on the button");
+
+    QTRY_VERIFY_WITH_TIMEOUT(player->Player.isPlaying(), 10000);
+    p.log.clear();
+    input::click(player->MiniMe);
+    QCOMPARE(player->WindowState(), int(vbMinimized));
+    QCOMPARE(p.log, QStringList{"Click.WAV"});
+    player->setWindowState(vbNormal);
+    player->Show();
+    QVERIFY(QTest::qWaitForWindowExposed(player->widget()));
+    p.log.clear();
+    QPointer<QObject> gone(player->widget());
+    input::click(player->ExitMe);
+    QCOMPARE(p.log, QStringList{"CloseWIN.WAV"}); // once: the second unload it asks for does nothing
+    QVERIFY(!p.runtime().forms().isLoaded<MP3PlayerFRM>());
+    QTRY_VERIFY(gone.isNull()); // and the playback ends with it
+    QTRY_VERIFY_WITH_TIMEOUT(!playingStreams().contains(QStringLiteral("Glidepath Default")), 5000);
+}
+
+void TestAccessories::aboutPictures()
+{
+    Program p;
+    auto* about = p.open<AboutFRM>();
+    QVERIFY(about);
+    QCOMPARE(about->Image.Picture().size(), QSize(122, 131)); // stored with the window
+    QCOMPARE(about->BGI.Picture().toImage(), QImage(kThemes + "/Default/Main.BMP").convertToFormat(about->BGI.Picture().toImage().format()));
+}
+
+void TestAccessories::readme_data()
+{
+    QTest::addColumn<QByteArray>("file"); // null: none
+    QTest::addColumn<bool>("message");
+    QFile shipped(QStringLiteral(GLIDEPATH_SOURCE_DIR "/program/readme.TXT"));
+    shipped.open(QIODevice::ReadOnly);
+    QTest::newRow("the shipped readme") << shipped.readAll() << false;
+    QTest::newRow("8-bit text") << QByteArray("Gr\xfc\xdf" "e \x80 5\r\n") << false;
+    QTest::newRow("missing") << QByteArray() << true;
+    QTest::newRow("empty") << QByteArray("") << true;
+}
+
+void TestAccessories::readme()
+{
+    QFETCH(QByteArray, file);
+    QFETCH(bool, message);
+    Program p;
+    if (!file.isNull())
+        p.write("readme.TXT", file);
+    auto* readme = p.open<ReadMeFRM>();
+    QVERIFY(readme);
+    if (!message) {
+        QCOMPARE(p.dialogs->messageBoxes, QStringList{});
+        QCOMPARE(readme->Data.Text(), decodeAnsi(file)); // in full, every byte
+        return;
+    }
+    QCOMPARE(p.dialogs->messageBoxes,
+             QStringList{"Sorry, The Readme File (In The Same Directory As Glidepath.exe, Named ''readme.txt'') Cannot be Found."});
+    QCOMPARE(p.dialogs->messageBoxStyles, QList<int>{vbOKOnly});
+    QCOMPARE(p.dialogs->messageBoxTitles, QStringList{QString()}); // the program's own title
+    QCOMPARE(readme->Data.Text(), QStringLiteral("Glide Path - By: Marlo. Enjoy."));
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+}
+
+void TestAccessories::hiddenPagePlaysTheIntroMusicAgain()
+{
+    Program p;
+    QVERIFY(!p.runtime().forms().isLoaded<IntroFRM>());
+    auto* page = p.open<SecretPlace>();
+    QVERIFY(page);
+    QVERIFY(page->widget()->windowFlags() & Qt::WindowStaysOnTopHint);
+    // The intro window is made for it, hidden, and its player plays the theme's music, on after
+    // the page closes.
+    IntroFRM& intro = form<IntroFRM>();
+    QVERIFY(!intro.Visible());
+    QCOMPARE(intro.Player.FileName(), kThemes + "/Default/Intro.MP3");
+    QVERIFY(intro.Player.AutoStart());
+    QTRY_VERIFY_WITH_TIMEOUT(intro.Player.isPlaying(), 10000);
+    Unload(*page);
+    QVERIFY(intro.Player.isPlaying());
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+}
+
+void TestAccessories::hiddenPagePanelGivesWayAfterFifteenSeconds()
+{
+    Program p;
+    auto* page = p.open<SecretPlace>();
+    QVERIFY(page);
+    QElapsedTimer made;
+    made.start();
+    QVERIFY(page->AuthorFRM.Visible());
+    QVERIFY(!page->TImage(0).Visible());
+    QVERIFY(!page->Image.Picture().isNull());
+    // Shown again half-way, the timer is not started afresh: it ends the panel once, fifteen
+    // seconds after the page was made (not twenty-two and a half), and stops.
+    QTimer::singleShot(7500, page->widget(), [page] {
+        page->Hide();
+        page->Show();
+    });
+    QTRY_VERIFY_WITH_TIMEOUT(!page->Timer.Enabled(), 25000);
+    QVERIFY2(made.elapsed() < 19000, qPrintable(QString::number(made.elapsed())));
+    QVERIFY(!page->AuthorFRM.Visible());
+    QVERIFY(page->TImage(0).Visible());
+    // The picture covers the window.
+    const QImage shot = page->widget()->grab().toImage();
+    QVERIFY(shot.pixelColor(page->widget()->width() / 2, 20) != page->widget()->palette().color(QPalette::Window));
+}
+
+QTEST_MAIN(TestAccessories)
+#include "tst_accessories.moc"
