@@ -1,42 +1,29 @@
 #include "real_program.h"
 
+#include "support/http_server.h"
+
 #include <QDir>
 #include <QDirIterator>
-#include <QFile>
-#include <QFileInfo>
-#include <QProcessEnvironment>
+#include <QImage>
 #include <QRegularExpression>
 #include <QTest>
 
-namespace {
-
-void copyTree(const QString& from, const QString& to)
+RealProgram::RealProgram()
 {
-    QDir().mkpath(to);
+    const QString from = QStringLiteral(GLIDEPATH_PROGRAM_DIR);
     QDirIterator it(from, QDir::AllEntries | QDir::NoDotAndDotDot | QDir::Hidden, QDirIterator::Subdirectories);
     while (it.hasNext()) {
         const QString source = it.next();
-        const QString target = to + source.mid(from.size());
-        if (it.fileInfo().isDir())
-            QDir().mkpath(target);
-        else
-            QFile::copy(source, target);
+        const QString target = m_dir.path() + source.mid(from.size());
+        it.fileInfo().isDir() ? (void)QDir().mkpath(target) : (void)QFile::copy(source, target);
     }
-}
-
-} // namespace
-
-RealProgram::RealProgram()
-{
-    copyTree(QStringLiteral(GLIDEPATH_PROGRAM_DIR), m_dir.path());
     m_process.setProgram(path(QStringLiteral("glidepath")));
     m_process.setWorkingDirectory(m_dir.path());
     QProcessEnvironment env = QProcessEnvironment::systemEnvironment();
-    env.remove(QStringLiteral("QT_QPA_PLATFORM")); // the program runs on the screen, as on a desktop
+    env.remove(QStringLiteral("QT_QPA_PLATFORM")); // the program chooses, as on a desktop
     env.insert(QStringLiteral("QT_LOGGING_RULES"),
                QStringLiteral("glidepath.caption=true;glidepath.geometry=true;glidepath.text=true;glidepath.timing=true"));
     m_process.setProcessEnvironment(env);
-    m_process.setProcessChannelMode(QProcess::SeparateChannels);
     QObject::connect(&m_process, &QProcess::readyReadStandardError, [this] { m_log += m_process.readAllStandardError(); });
 }
 
@@ -44,9 +31,8 @@ RealProgram::~RealProgram()
 {
     if (QTest::currentTestFailed()) {
         // What the screen showed and what the program said, for the failure's report.
-        const QString shot = QDir::tempPath() + QStringLiteral("/glidepath-e2e-") +
-                             QString::fromLatin1(QTest::currentTestFunction()) + QStringLiteral(".png");
-        QProcess::execute(QStringLiteral("import"), {"-window", "root", shot});
+        const QString shot = QDir::tempPath() + "/glidepath-e2e-" + QTest::currentTestFunction() + ".png";
+        screenShot().save(shot);
         qWarning("screen: %s\nprogram's last words:\n%s", qPrintable(shot), errorOutput().right(3000).constData());
     }
     if (running()) {
@@ -70,13 +56,6 @@ QByteArray RealProgram::read(const QString& name) const
     return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
 }
 
-QByteArray RealProgram::errorOutput()
-{
-    if (running())
-        m_log += m_process.readAllStandardError();
-    return m_log;
-}
-
 void RealProgram::useTheme(const QString& theme)
 {
     write(QStringLiteral("ThemeDir.INI"), "[Theme Directory]\r\nDIR=" + path(theme).toLocal8Bit() + "\r\n");
@@ -89,17 +68,20 @@ void RealProgram::start()
         qWarning("glidepath did not start: %s", qPrintable(m_process.errorString()));
 }
 
-bool RealProgram::waitForExit(int ms)
+bool RealProgram::waitForExit(int ms) { return QTest::qWaitFor([&] { return !running(); }, ms); }
+
+QByteArray RealProgram::errorOutput()
 {
-    return QTest::qWaitFor([&] { return !running(); }, ms);
+    if (running())
+        m_log += m_process.readAllStandardError();
+    return m_log;
 }
 
 QStringList RealProgram::log(const QString& category)
 {
-    errorOutput();
     const QByteArray prefix = "glidepath." + category.toUtf8() + ": ";
     QStringList messages;
-    for (const QByteArray& line : m_log.split('\n'))
+    for (const QByteArray& line : errorOutput().split('\n'))
         if (line.startsWith(prefix))
             messages << QString::fromUtf8(line.mid(prefix.size()));
     return messages;
@@ -143,12 +125,21 @@ QString RealProgram::lastText(const QString& control)
     return texts.isEmpty() ? QStringLiteral("<none>") : texts.last().mid(control.size() + 2);
 }
 
-QString RealProgram::xdo(const QStringList& args) const
+QStringList RealProgram::playing() const
+{
+    QStringList names;
+    for (const QString& block : run(QStringLiteral("pactl"), {"list", "sink-inputs"}).split(QStringLiteral("Sink Input #")))
+        if (block.contains(QLatin1String("application.name = \"glidepath\"")) && block.contains(QLatin1String("Corked: no")))
+            names << block.section(QLatin1String("media.name = \""), 1).section(QLatin1Char('"'), 0, 0);
+    return names;
+}
+
+QString RealProgram::run(const QString& tool, const QStringList& args) const
 {
     QProcess p;
-    p.start(QStringLiteral("xdotool"), args);
+    p.start(tool, args);
     p.waitForFinished(30000);
-    return QString::fromUtf8(p.readAllStandardOutput()).trimmed();
+    return p.exitCode() == 0 ? QString::fromUtf8(p.readAllStandardOutput()).trimmed() : QString();
 }
 
 unsigned long RealProgram::waitForWindow(const QString& title, int ms)
@@ -156,10 +147,25 @@ unsigned long RealProgram::waitForWindow(const QString& title, int ms)
     return waitForWindowLike(QLatin1Char('^') + QRegularExpression::escape(title) + QLatin1Char('$'), ms);
 }
 
-unsigned long RealProgram::activeWindow() const
+unsigned long RealProgram::waitForWindowLike(const QString& pattern, int ms, QSize atLeast)
 {
-    return xdo({"getactivewindow"}).toULong();
+    unsigned long found = 0;
+    (void)QTest::qWaitFor([&] {
+        const QString pid = QString::number(m_process.processId());
+        for (const QString& id : run("xdotool", {"search", "--all", "--onlyvisible", "--pid", pid, "--name", pattern}).split('\n', Qt::SkipEmptyParts))
+            if (const QSize size = inner(id.toULong()).size(); size.width() >= atLeast.width() && size.height() >= atLeast.height())
+                found = id.toULong();
+        return found != 0;
+    }, ms);
+    return found;
 }
+
+bool RealProgram::waitForGone(unsigned long window, int ms)
+{
+    return QTest::qWaitFor([&] { return !run("xwininfo", {"-id", QString::number(window)}).contains(QLatin1String("IsViewable")); }, ms);
+}
+
+unsigned long RealProgram::activeWindow() const { return run("xdotool", {"getactivewindow"}).toULong(); }
 
 unsigned long RealProgram::waitForActiveOtherThan(unsigned long window, int ms) const
 {
@@ -173,103 +179,55 @@ unsigned long RealProgram::waitForActiveOtherThan(unsigned long window, int ms) 
     return found;
 }
 
-bool RealProgram::waitForGone(unsigned long window, int ms)
-{
-    return QTest::qWaitFor([&] {
-        QProcess p;
-        p.start(QStringLiteral("xwininfo"), {"-id", QString::number(window)});
-        p.waitForFinished(5000);
-        const QString info = QString::fromUtf8(p.readAllStandardOutput());
-        return p.exitCode() != 0 || !info.contains(QLatin1String("IsViewable"));
-    }, ms);
-}
-
-unsigned long RealProgram::waitForWindowLike(const QString& pattern, int ms, QSize atLeast)
-{
-    unsigned long found = 0;
-    (void)QTest::qWaitFor([&] {
-        const QStringList ids = xdo({"search", "--all", "--onlyvisible", "--pid", QString::number(m_process.processId()),
-                                     "--name", pattern}).split(QLatin1Char('\n'), Qt::SkipEmptyParts);
-        for (const QString& id : ids) {
-            const QSize size = inner(id.toULong()).size();
-            if (size.width() >= atLeast.width() && size.height() >= atLeast.height())
-                found = id.toULong();
-        }
-        return found != 0;
-    }, ms);
-    return found;
-}
-
 QRect RealProgram::inner(unsigned long window) const
 {
     // xwininfo tells where the window itself lies on the screen, whatever frame surrounds it.
-    QProcess p;
-    p.start(QStringLiteral("xwininfo"), {"-id", QString::number(window)});
-    p.waitForFinished(5000);
     QMap<QString, int> v;
-    for (const QString& line : QString::fromUtf8(p.readAllStandardOutput()).split(QLatin1Char('\n')))
-        v[line.section(QLatin1Char(':'), 0, 0).trimmed()] = line.section(QLatin1Char(':'), 1).trimmed().toInt();
+    for (const QString& line : run("xwininfo", {"-id", QString::number(window)}).split('\n'))
+        v[line.section(':', 0, 0).trimmed()] = line.section(':', 1).trimmed().toInt();
     return QRect(v.value("Absolute upper-left X"), v.value("Absolute upper-left Y"), v.value("Width"), v.value("Height"));
 }
 
 QRect RealProgram::frame(unsigned long window) const
 {
     // The window manager's frame extents: left, right, top, bottom.
-    QProcess p;
-    p.start(QStringLiteral("xprop"), {"-id", QString::number(window), "_NET_FRAME_EXTENTS"});
-    p.waitForFinished(5000);
-    const QString out = QString::fromUtf8(p.readAllStandardOutput());
-    const QStringList parts = out.section(QLatin1Char('='), 1).split(QLatin1Char(','), Qt::SkipEmptyParts);
+    const QStringList e = run("xprop", {"-id", QString::number(window), "_NET_FRAME_EXTENTS"}).section('=', 1).split(',', Qt::SkipEmptyParts);
     const QRect r = inner(window);
-    if (parts.size() != 4)
-        return r;
-    return r.adjusted(-parts[0].trimmed().toInt(), -parts[2].trimmed().toInt(), parts[1].trimmed().toInt(),
-                      parts[3].trimmed().toInt());
+    return e.size() != 4 ? r : r.adjusted(-e[0].trimmed().toInt(), -e[2].trimmed().toInt(), e[1].trimmed().toInt(), e[3].trimmed().toInt());
 }
 
 QRect RealProgram::screen() const
 {
-    const QStringList wh = xdo({"getdisplaygeometry"}).split(QLatin1Char(' '));
+    const QStringList wh = run("xdotool", {"getdisplaygeometry"}).split(' ');
     return QRect(0, 0, wh.value(0).toInt(), wh.value(1).toInt());
 }
 
-void RealProgram::click(unsigned long window, QPoint inside, int button)
+QImage RealProgram::screenShot() const
 {
-    const QRect r = inner(window);
-    xdo({"mousemove", "--sync", QString::number(r.x() + inside.x()), QString::number(r.y() + inside.y())});
-    xdo({"click", QString::number(button)});
+    QTemporaryDir dir;
+    run(QStringLiteral("import"), {"-window", "root", dir.filePath("screen.png")});
+    return QImage(dir.filePath("screen.png"));
 }
+
+void RealProgram::click(unsigned long window, QPoint inside, int button) { clickScreen(inner(window).topLeft() + inside, button); }
 
 void RealProgram::clickScreen(QPoint at, int button)
 {
-    xdo({"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())});
-    xdo({"click", QString::number(button)});
+    run("xdotool", {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()), "click", QString::number(button)});
 }
 
 void RealProgram::doubleClickScreen(QPoint at)
 {
-    xdo({"mousemove", "--sync", QString::number(at.x()), QString::number(at.y())});
-    xdo({"click", "--repeat", "2", "--delay", "80", "1"});
+    run("xdotool", {"mousemove", "--sync", QString::number(at.x()), QString::number(at.y()), "click", "--repeat", "2", "--delay", "80", "1"});
 }
 
-void RealProgram::activate(unsigned long window)
-{
-    xdo({"windowactivate", "--sync", QString::number(window)});
-}
-
-void RealProgram::key(const QString& keys)
-{
-    xdo({"key", "--clearmodifiers", keys});
-}
-
-void RealProgram::type(const QString& text)
-{
-    xdo({"type", "--delay", "20", text});
-}
+void RealProgram::activate(unsigned long window) { run("xdotool", {"windowactivate", "--sync", QString::number(window)}); }
+void RealProgram::key(const QString& keys) { run("xdotool", {"key", "--clearmodifiers", keys}); }
+void RealProgram::type(const QString& text) { run("xdotool", {"type", "--delay", "20", text}); }
 
 void RealProgram::resize(unsigned long window, QSize size)
 {
-    xdo({"windowsize", "--sync", QString::number(window), QString::number(size.width()), QString::number(size.height())});
+    run("xdotool", {"windowsize", "--sync", QString::number(window), QString::number(size.width()), QString::number(size.height())});
 }
 
 unsigned long RealProgram::openMainWindow(bool settled)
@@ -287,13 +245,17 @@ unsigned long RealProgram::openMainWindow(bool settled)
     if (!QTest::qWaitFor([&] {
             const QStringList written = captions().mid(before);
             const qsizetype done = written.indexOf(QLatin1String("Glidepath - [Done Loading Document]"));
-            for (qsizetype i = done + 1; done >= 0 && i < written.size(); ++i)
-                if (written[i].startsWith(QLatin1String("Glidepath - [Going to: ")))
-                    return true;
-            return false;
+            return done >= 0 && !written.mid(done + 1).filter(QRegularExpression("^Glidepath - \\[Going to: ")).isEmpty();
         }, 30000))
         return 0;
     return waitForWindowLike(mainTitle);
+}
+
+unsigned long RealProgram::openOn(const HttpServer& server, const QString& page)
+{
+    useTheme();
+    write(QStringLiteral("HomePage.TXT"), server.url(page).toString().toLatin1() + "\r\n");
+    return openMainWindow();
 }
 
 void RealProgram::chooseMenu(unsigned long main, const QStringList& keys)
@@ -302,4 +264,15 @@ void RealProgram::chooseMenu(unsigned long main, const QStringList& keys)
     click(main, QPoint(20, 8));
     for (const QString& k : keys)
         key(k);
+}
+
+unsigned long RealProgram::answerFileDialog(const QString& file)
+{
+    const unsigned long dialog = waitForWindowLike(QStringLiteral("^(Open|Save As|Save)$|^$"), 10000, QSize(300, 200));
+    if (dialog)
+        activate(dialog);
+    key(QStringLiteral("ctrl+a"));
+    type(file);
+    key(QStringLiteral("Return"));
+    return dialog;
 }

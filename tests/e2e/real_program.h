@@ -1,17 +1,17 @@
 #pragma once
 // The real glidepath executable, started from a copy of the program directory on the test
 // screen (which has a window manager), and driven as a person drives it: with the X server's
-// own keyboard and mouse through xdotool. What the program shows is read back from the screen:
-// window titles and places through xdotool; and from its log: every caption, every size given
-// to a control, every text written to a text box, and the moments a window is made, painted,
-// hidden or unloaded and a message box asks.
+// own keyboard and mouse through xdotool. What the program shows is read back from the screen
+// (window titles and places, a screenshot), from the sound server (what plays) and from its log:
+// every caption, every size given to a control, every text written to a text box, and the
+// moments a window is made, painted, hidden or unloaded and a message box asks.
 
-#include <QByteArray>
 #include <QProcess>
 #include <QRect>
-#include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
+
+class HttpServer;
 
 class RealProgram {
 public:
@@ -44,26 +44,28 @@ public:
     QStringList moments();
     // Waits for a moment after the first `from` moments.
     bool waitForMoment(const QString& moment, qsizetype from = 0, int ms = 20000);
-    // The last width or height (side "width" or "height") the program gave a control
-    // ("MainFRM.URLC"), in twips; -1 when it gave none.
+    // The last width or height ("width", "height") the program gave a control ("MainFRM.URLC")
+    // in twips, -1 when none; the first line of the last text it wrote to a text box
+    // ("CalculatorFRM.txtDisplay"), "<none>" when none.
     int lastSize(const QString& control, const QString& side);
-    // The first line of the last text the program wrote to a text box ("CalculatorFRM.txtDisplay");
-    // "<none>" when it wrote none.
     QString lastText(const QString& control);
+    // The sound server's playing (not corked) streams of the program, by media name.
+    QStringList playing() const;
 
-    // The X window whose title is exactly title (0 when none appears in time).
+    // The X window whose title is exactly title, or matches a pattern (0 when none comes).
     unsigned long waitForWindow(const QString& title, int ms = 20000);
-    // The same for a title that matches a regular expression.
     unsigned long waitForWindowLike(const QString& pattern, int ms = 20000, QSize atLeast = {});
     bool waitForGone(unsigned long window, int ms = 10000);
-    // The window that has the keyboard.
+    // The window that has the keyboard; the one (wider than a menu's edge) that takes it from
+    // window, 0 when none does.
     unsigned long activeWindow() const;
-    // The window (wider than a menu's edge) that takes the keyboard from window; 0 when none does.
     unsigned long waitForActiveOtherThan(unsigned long window, int ms = 10000) const;
     // The window's outer rectangle (frame included) and its inner one, in screen pixels.
     QRect frame(unsigned long window) const;
     QRect inner(unsigned long window) const;
     QRect screen() const;
+    bool wholeOnScreen(unsigned long window) const { return screen().contains(frame(window)); }
+    QImage screenShot() const;
 
     // The person's hands.
     void click(unsigned long window, QPoint inside, int button = 1); // a point of the inner area
@@ -76,14 +78,17 @@ public:
 
     // Started, the intro clicked away once it is painted, and the main window come (0 when it
     // does not). Settled, its load sequence is over too: "[Done Loading Document]", then
-    // "Going to:" once more.
+    // "Going to:" once more. openOn first chooses the Default theme and a loopback home page.
     unsigned long openMainWindow(bool settled = true);
+    unsigned long openOn(const HttpServer& server, const QString& page = QStringLiteral("/titled"));
     // A menu entry chosen with the keyboard: File opened with a click, then the keys (Left from
     // File wraps to the last menu, with its first entry highlighted).
     void chooseMenu(unsigned long main, const QStringList& keys);
+    // A file dialog that waits for a person answered: the name typed, then Enter. Its window.
+    unsigned long answerFileDialog(const QString& path);
 
 private:
-    QString xdo(const QStringList& args) const;
+    QString run(const QString& tool, const QStringList& args) const;
 
     QTemporaryDir m_dir;
     QProcess m_process;

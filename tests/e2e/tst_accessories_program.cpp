@@ -14,46 +14,12 @@
 namespace {
 
 constexpr int kTwipsPerPixel = 15; // the test screen runs at 96 dpi
-
-// The main window settled on the loopback server's titled page, with the Default theme.
-unsigned long openMainWindow(RealProgram& program, const HttpServer& server)
-{
-    program.useTheme();
-    program.write(QStringLiteral("HomePage.TXT"), server.url(QStringLiteral("/titled")).toString().toLatin1() + "\r\n");
-    return program.openMainWindow();
-}
-
 const QStringList kCalculator{"Left", "Left", "Down", "Down", "Return"};
 const QStringList kNotePad{"Left", "Left", "Down", "Down", "Down", "Return"};
 const QStringList kMP3Player{"Left", "Return"};
 const QStringList kDoodlePad{"Left", "Down", "Return"};
 const QStringList kAbout{"Up", "Up", "Return"};
 const QStringList kReadme{"Up", "Up", "Up", "Return"};
-
-// The screen as it is now.
-QImage screenShot()
-{
-    QTemporaryDir dir;
-    const QString file = dir.filePath(QStringLiteral("screen.png"));
-    QProcess::execute(QStringLiteral("import"), {"-window", "root", file});
-    return QImage(file);
-}
-
-// The sound server's playing (not corked) streams of the program, by media name.
-QStringList playingStreams()
-{
-    QProcess pactl;
-    pactl.start(QStringLiteral("pactl"), {QStringLiteral("list"), QStringLiteral("sink-inputs")});
-    pactl.waitForFinished(5000);
-    QStringList playing;
-    for (const QString& block : QString::fromUtf8(pactl.readAllStandardOutput()).split(QStringLiteral("Sink Input #"))) {
-        if (!block.contains(QStringLiteral("application.name = \"glidepath\"")) || !block.contains(QStringLiteral("Corked: no")))
-            continue;
-        const qsizetype at = block.indexOf(QStringLiteral("media.name = \""));
-        playing << (at < 0 ? QString() : block.mid(at + 14).section(QLatin1Char('"'), 0, 0));
-    }
-    return playing;
-}
 
 } // namespace
 
@@ -74,13 +40,14 @@ private:
 void TestAccessoriesProgram::calculationTypedOnTheKeyboard()
 {
     RealProgram program;
-    const unsigned long main = openMainWindow(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     program.chooseMenu(main, kCalculator);
     const unsigned long calc = program.waitForWindow(QStringLiteral("Calculator"));
     QVERIFY(calc);
     QTRY_COMPARE(program.activeWindow(), calc);
-    // The keyboard goes to "=" from the start; Enter and Space press it.
+    // The keyboard goes to "=" from the start, and back to it after every key; Enter, the
+    // keypad's Enter and Space press it.
     program.type(QStringLiteral("12+30"));
     QTRY_COMPARE(program.lastText(QStringLiteral("CalculatorFRM.txtDisplay")), QStringLiteral("30"));
     program.key(QStringLiteral("Return"));
@@ -90,13 +57,19 @@ void TestAccessoriesProgram::calculationTypedOnTheKeyboard()
     program.type(QStringLiteral("9/0"));
     program.key(QStringLiteral("space"));
     QTRY_COMPARE(program.lastText(QStringLiteral("CalculatorFRM.txtDisplay")), QStringLiteral("0"));
+    program.type(QStringLiteral("1.5*2"));
+    program.key(QStringLiteral("KP_Enter"));
+    QTRY_COMPARE(program.lastText(QStringLiteral("CalculatorFRM.txtDisplay")), QStringLiteral("3"));
+    program.type(QStringLiteral("7"));
+    program.key(QStringLiteral("BackSpace"));
+    QTRY_COMPARE(program.lastText(QStringLiteral("CalculatorFRM.txtDisplay")), QStringLiteral("0"));
     QVERIFY(program.running());
 }
 
 void TestAccessoriesProgram::doodleDrawnWithTheMouse()
 {
     RealProgram program;
-    const unsigned long main = openMainWindow(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     const qsizetype from = program.moments().size();
     program.chooseMenu(main, kDoodlePad);
@@ -117,7 +90,7 @@ void TestAccessoriesProgram::doodleDrawnWithTheMouse()
         return black;
     };
     QImage screen;
-    QTRY_VERIFY2(blackAlong(screen = screenShot()) > 250, qPrintable(QString::number(blackAlong(screen))));
+    QTRY_VERIFY2(blackAlong(screen = program.screenShot()) > 250, qPrintable(QString::number(blackAlong(screen))));
     QVERIFY(screen.pixelColor(start.x() + 150, start.y() - 20).lightness() > 150);
 }
 
@@ -125,7 +98,7 @@ void TestAccessoriesProgram::notesSurviveARestart()
 {
     RealProgram program;
     program.write(QStringLiteral("Notes.TXT"), "abc");
-    unsigned long main = openMainWindow(program, m_server);
+    unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     program.chooseMenu(main, kNotePad);
     const unsigned long pad = program.waitForWindow(QStringLiteral("Notepad (Automaticly Saves, Each Keystroke)"));
@@ -138,7 +111,7 @@ void TestAccessoriesProgram::notesSurviveARestart()
     // The program ends (File, Exit) and starts again: the note comes back one CR LF longer.
     program.chooseMenu(main, {"Up", "Return"});
     QVERIFY(program.waitForExit());
-    main = openMainWindow(program, m_server);
+    main = program.openOn(m_server);
     QVERIFY(main);
     program.chooseMenu(main, kNotePad);
     QVERIFY(program.waitForWindow(QStringLiteral("Notepad (Automaticly Saves, Each Keystroke)")));
@@ -148,10 +121,10 @@ void TestAccessoriesProgram::notesSurviveARestart()
 void TestAccessoriesProgram::mp3PlayedAndFirstQuestionCancelled()
 {
     RealProgram program;
-    const unsigned long main = openMainWindow(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     // The intro's music has ended (it plays the same file).
-    QTRY_VERIFY_WITH_TIMEOUT(!playingStreams().contains(QStringLiteral("Glidepath Default")), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(!program.playing().contains(QStringLiteral("Glidepath Default")), 15000);
     // Misc., MP3 Player: the question comes first; a file typed into it plays.
     program.chooseMenu(main, kMP3Player);
     unsigned long question = program.waitForWindow(QStringLiteral("Open"));
@@ -161,12 +134,12 @@ void TestAccessoriesProgram::mp3PlayedAndFirstQuestionCancelled()
     program.key(QStringLiteral("Return"));
     const unsigned long player = program.waitForWindow(QStringLiteral("MP3 Player"));
     QVERIFY(player);
-    QTRY_VERIFY_WITH_TIMEOUT(playingStreams().contains(QStringLiteral("Glidepath Default")), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(program.playing().contains(QStringLiteral("Glidepath Default")), 5000);
     // Closed with its X: the playing ends with it.
     qsizetype from = program.moments().size();
     program.click(player, QPoint(program.inner(player).width() - 12, 12));
     QVERIFY(program.waitForMoment(QStringLiteral("unloaded MP3PlayerFRM"), from));
-    QTRY_VERIFY_WITH_TIMEOUT(!playingStreams().contains(QStringLiteral("Glidepath Default")), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(!program.playing().contains(QStringLiteral("Glidepath Default")), 5000);
 
     // Again, and cancelled: the player unloads itself and is never painted.
     from = program.moments().size();
@@ -184,7 +157,7 @@ void TestAccessoriesProgram::aboutBoxInAColourCode()
 {
     RealProgram program;
     program.write(QStringLiteral("ForeC.INI"), "2");
-    const unsigned long main = openMainWindow(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     program.chooseMenu(main, kAbout);
     const unsigned long about = program.waitForWindow(QStringLiteral("About This Application"));
@@ -202,7 +175,7 @@ void TestAccessoriesProgram::aboutBoxInAColourCode()
         return n;
     };
     QImage screen;
-    QTRY_VERIFY(count(screen = screenShot(), true) > 50);
+    QTRY_VERIFY(count(screen = program.screenShot(), true) > 50);
     QCOMPARE(count(screen, false), 0);
 }
 
@@ -210,7 +183,7 @@ void TestAccessoriesProgram::readmeMissing()
 {
     RealProgram program;
     QFile::remove(program.path(QStringLiteral("readme.TXT")));
-    const unsigned long main = openMainWindow(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     program.chooseMenu(main, kReadme);
     // The message, above everything, with the keyboard; the viewer waits for its OK.

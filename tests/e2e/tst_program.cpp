@@ -22,15 +22,6 @@ QPoint at(int left, int top)
     return QPoint(left / kTwipsPerPixel, top / kTwipsPerPixel);
 }
 
-// The program with the Default theme and a loopback page as its home page, its main window on
-// the screen with the page loaded; 0 when it never got there.
-unsigned long openOn(RealProgram& program, const HttpServer& server, const QString& page = QStringLiteral("/titled"))
-{
-    program.useTheme();
-    program.write(QStringLiteral("HomePage.TXT"), server.url(page).toString().toLatin1() + "\r\n");
-    return program.openMainWindow();
-}
-
 // A click into the main window's address box (120, 550 twips below the menu bar), then all of
 // its text selected, so that what is typed next replaces it.
 void intoAddressBox(RealProgram& program, unsigned long main)
@@ -49,42 +40,8 @@ void chooseFromMenu(RealProgram& program, unsigned long main, int menu, const QS
     program.key(QStringLiteral("alt"));
     for (int i = 0; i < menu; ++i)
         program.key(QStringLiteral("Right"));
-    program.key(QStringLiteral("Down"));
-    for (const QString& key : keys)
+    for (const QString& key : QStringList{"Down"} + keys)
         program.key(key);
-}
-
-// Answers a file dialog that waits for a person: the name typed, then Enter. The dialog's window.
-unsigned long answerFileDialog(RealProgram& program, const QString& path)
-{
-    const unsigned long dialog = program.waitForWindowLike(QStringLiteral("^(Open|Save As|Save)$|^$"), 10000, QSize(300, 200));
-    if (dialog)
-        program.activate(dialog);
-    program.key(QStringLiteral("ctrl+a"));
-    program.type(path);
-    program.key(QStringLiteral("Return"));
-    return dialog;
-}
-
-bool wholeOnScreen(RealProgram& program, unsigned long window)
-{
-    return program.screen().contains(program.frame(window));
-}
-
-// The sound server's playing (not corked) streams of the program, by media name.
-QStringList playingStreams()
-{
-    QProcess pactl;
-    pactl.start(QStringLiteral("pactl"), {QStringLiteral("list"), QStringLiteral("sink-inputs")});
-    pactl.waitForFinished(5000);
-    QStringList playing;
-    for (const QString& block : QString::fromUtf8(pactl.readAllStandardOutput()).split(QStringLiteral("Sink Input #"))) {
-        if (!block.contains(QStringLiteral("application.name = \"glidepath\"")) || !block.contains(QStringLiteral("Corked: no")))
-            continue;
-        const qsizetype from = block.indexOf(QStringLiteral("media.name = \""));
-        playing << (from < 0 ? QString() : block.mid(from + 14).section(QLatin1Char('"'), 0, 0));
-    }
-    return playing;
 }
 
 } // namespace
@@ -116,7 +73,7 @@ void TestProgram::firstStartAsksForATheme()
     // The message stands above the selector, with the keyboard, and waits for its OK.
     const unsigned long message = program.waitForActiveOtherThan(selector);
     QVERIFY(message);
-    QVERIFY(wholeOnScreen(program, message));
+    QVERIFY(program.wholeOnScreen(message));
     QVERIFY(program.moments().contains(QStringLiteral("message Please Select a Theme Directory.")));
     program.activate(message);
     program.key(QStringLiteral("Return"));
@@ -136,7 +93,7 @@ void TestProgram::firstStartAsksForATheme()
     QVERIFY(m_server.paths().contains(QStringLiteral("/titled")));
     const unsigned long main = program.waitForWindowLike(kMainTitle);
     QVERIFY(main);
-    QVERIFY(wholeOnScreen(program, main));
+    QVERIFY(program.wholeOnScreen(main));
 }
 
 void TestProgram::typedAddressThenTheAccessPhrase()
@@ -149,7 +106,7 @@ void TestProgram::typedAddressThenTheAccessPhrase()
     // One window, made once: the one that showed the first caption is the one still there.
     QVERIFY(program.waitForCaption(kDone));
     QCOMPARE(program.waitForWindowLike(kMainTitle), main);
-    QVERIFY(wholeOnScreen(program, main));
+    QVERIFY(program.wholeOnScreen(main));
 
     intoAddressBox(program, main);
     const QString typed = m_server.typed(QStringLiteral("/typed-by-hand"));
@@ -162,7 +119,7 @@ void TestProgram::typedAddressThenTheAccessPhrase()
     // The access phrase with other capitals opens nothing; the phrase itself opens the hidden
     // page on the key after its last letter (Enter here, whose Go comes first), stops the
     // browser, and the intro's music plays again.
-    QTRY_VERIFY_WITH_TIMEOUT(!playingStreams().contains(QStringLiteral("Glidepath Default")), 15000);
+    QTRY_VERIFY_WITH_TIMEOUT(!program.playing().contains(QStringLiteral("Glidepath Default")), 15000);
     for (const QString& phrase : {QStringLiteral("crane at dusk"), QStringLiteral("Crane at Dusk")}) {
         intoAddressBox(program, main);
         program.type(phrase);
@@ -174,7 +131,7 @@ void TestProgram::typedAddressThenTheAccessPhrase()
     QStringList order = program.moments().filter(QRegularExpression("^(loading SecretPlace|caption MainFRM Glidepath - \\[Going to: .rane at .usk\\])$"));
     QCOMPARE(order, (QStringList{"caption MainFRM Glidepath - [Going to: crane at dusk]",
                                  "caption MainFRM Glidepath - [Going to: Crane at Dusk]", "loading SecretPlace"}));
-    QTRY_VERIFY_WITH_TIMEOUT(playingStreams().contains(QStringLiteral("Glidepath Default")), 5000);
+    QTRY_VERIFY_WITH_TIMEOUT(program.playing().contains(QStringLiteral("Glidepath Default")), 5000);
     const QStringList afterPhrase = program.captions().mid(program.captions().lastIndexOf("Glidepath - [Going to: Crane at Dusk]"));
     QVERIFY2(!afterPhrase.contains(kDone), qPrintable(afterPhrase.join('\n')));
     QVERIFY(program.running());
@@ -183,7 +140,7 @@ void TestProgram::typedAddressThenTheAccessPhrase()
 void TestProgram::resizeFollowsTheOuterSizeThenExit()
 {
     RealProgram program;
-    const unsigned long main = openOn(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     // The first layout already counts the frame: the pane ends 255 twips short of the outer
     // width, and 1900 twips above the outer height. The window manager may still be settling
@@ -225,16 +182,16 @@ void TestProgram::openPageThenSavePage()
 {
     RealProgram program;
     program.write(QStringLiteral("local.html"), "<title>On Disk</title><p>here</p>");
-    const unsigned long main = openOn(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     chooseFromMenu(program, main, 0, {"Down", "Down", "Right", "Return"}); // File, Page, Open Page
-    answerFileDialog(program, program.path(QStringLiteral("local.html")));
+    program.answerFileDialog(program.path(QStringLiteral("local.html")));
     QVERIFY(program.waitForCaption(QStringLiteral("Glidepath - [ On Disk ] - [ Loading -1  of  0 ]")));
 
     // File, Page, Save Page over a file that holds something: it is left empty.
     program.write(QStringLiteral("page.htm"), "what it held before");
     chooseFromMenu(program, main, 0, {"Down", "Down", "Right", "Down", "Return"});
-    const unsigned long dialog = answerFileDialog(program, program.path(QStringLiteral("page.htm")));
+    const unsigned long dialog = program.answerFileDialog(program.path(QStringLiteral("page.htm")));
     // The dialog asks before it replaces a file: Yes.
     QVERIFY(program.waitForActiveOtherThan(dialog));
     program.key(QStringLiteral("alt+y"));
@@ -249,12 +206,12 @@ void TestProgram::favouritesSurviveARestart()
         RealProgram program;
         if (typed == QLatin1String("z"))
             program.write(QStringLiteral("FavPlaces.INI"), "http://a.example/x,y\r\n"); // as the first run left it
-        const unsigned long main = openOn(program, m_server);
+        const unsigned long main = program.openOn(m_server);
         QVERIFY(main);
         chooseFromMenu(program, main, 0, {"Return"}); // File, Favorite Places
         const unsigned long favourites = program.waitForWindow(QStringLiteral("Favorite Places"));
         QVERIFY(favourites);
-        QVERIFY(wholeOnScreen(program, favourites));
+        QVERIFY(program.wholeOnScreen(favourites));
         // Into the address box (120, 600 twips), replacing the page's address it offers.
         program.click(favourites, at(2880, 740));
         program.key(QStringLiteral("ctrl+a"));
@@ -269,7 +226,7 @@ void TestProgram::favouritesSurviveARestart()
 void TestProgram::goIdleAndClickBack()
 {
     RealProgram program;
-    const unsigned long main = openOn(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     const qsizetype from = program.moments().size();
     chooseFromMenu(program, main, 5, {"Down", "Down", "Return"}); // Misc., Go Idle
@@ -286,13 +243,13 @@ void TestProgram::goIdleAndClickBack()
 void TestProgram::printSetUpThenPrintToAPdfFile()
 {
     RealProgram program;
-    const unsigned long main = openOn(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     // File, Printer (after Favorite Places, Edit Home Page and Page), Print Setup.
     chooseFromMenu(program, main, 0, {"Down", "Down", "Down", "Right", "Down", "Return"});
     const unsigned long setUp = program.waitForWindow(QStringLiteral("Page Setup"));
     QVERIFY(setUp);
-    QVERIFY(wholeOnScreen(program, setUp));
+    QVERIFY(program.wholeOnScreen(setUp));
     // The paper size box has the keyboard: "l" picks Ledger, 17 by 11 inches; Enter is OK.
     program.key(QStringLiteral("l"));
     program.key(QStringLiteral("Return"));
@@ -302,7 +259,7 @@ void TestProgram::printSetUpThenPrintToAPdfFile()
     chooseFromMenu(program, main, 0, {"Down", "Down", "Down", "Right", "Return"});
     const unsigned long print = program.waitForWindow(QStringLiteral("Print"));
     QVERIFY(print);
-    QVERIFY(wholeOnScreen(program, print));
+    QVERIFY(program.wholeOnScreen(print));
     program.activate(print);
     const QString pdf = program.path(QStringLiteral("page.pdf"));
     program.key(QStringLiteral("alt+f"));
@@ -325,12 +282,12 @@ void TestProgram::printSetUpThenPrintToAPdfFile()
 void TestProgram::driveExplorerFollowsItsWindow()
 {
     RealProgram program;
-    const unsigned long main = openOn(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     chooseFromMenu(program, main, 4, {"Down", "Return"}); // Tools, Drive Explorer
     const unsigned long explorer = program.waitForWindow(QStringLiteral("Drive Explorer"));
     QVERIFY(explorer);
-    QVERIFY(wholeOnScreen(program, explorer));
+    QVERIFY(program.wholeOnScreen(explorer));
     // Resized by the window manager: the pane and the drive list follow the outer size, the
     // pane below the list (315 twips high).
     for (const QSize inner : {QSize(700, 500), QSize(420, 300)}) {
@@ -353,7 +310,7 @@ void TestProgram::driveExplorerFollowsItsWindow()
 void TestProgram::sourceViewerThenEditorAndPreview()
 {
     RealProgram program;
-    const unsigned long main = openOn(program, m_server);
+    const unsigned long main = program.openOn(m_server);
     QVERIFY(main);
     const qsizetype fetched = m_server.paths().count(QStringLiteral("/titled"));
     qsizetype from = program.moments().size();

@@ -21,14 +21,12 @@ namespace {
 
 int g_loads = 0;
 int g_unloads = 0;
-int g_clicks = 0;
 
 class Sample : public Form {
 public:
     Sample() : Form("Sample", 4800, 3600) {}
 
     TextBox Text1{*this, "Text1", {120, 120, 2000, 300}, QStringLiteral("designed")};
-    Label Label1{*this, "Label1", {120, 600, 2000, 300}, QStringLiteral("label")};
     ControlArray<Label> Info;
     std::function<void()> onLoad;
     int cancelUnload = 0;
@@ -48,7 +46,6 @@ protected:
         ++g_unloads;
         cancel = cancelUnload;
     }
-    void Form_Click() override { ++g_clicks; }
 };
 
 // A window of control arrays of several kinds, and of the window's own mouse events.
@@ -88,7 +85,7 @@ protected:
 class TestForms : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void init() { g_loads = g_unloads = g_clicks = 0; }
+    void init() { g_loads = g_unloads = 0; }
     void loadedOnFirstTouch();
     void unloadMakesAFreshInstanceUnlessCancelled();
     void resumeNextSkipsOnlyTheFailingStatement();
@@ -106,7 +103,6 @@ private Q_SLOTS:
     void windowlessLinesLoadAndUnload();
     void windowMouseEventsInTheWindowsScale();
     void keyPressSeesTextBeforeTheKey();
-    void clickOnALabelIsNotAWindowClick();
 };
 
 void TestForms::loadedOnFirstTouch()
@@ -448,21 +444,6 @@ void TestForms::keyPressSeesTextBeforeTheKey()
     QCOMPARE(seen, (QStringList{"", "a", "ab", "ab"}));
     QCOMPARE(codes, (QList<int>{'a', 'b', 'x', 13}));
     QCOMPARE(sample.Text1.Text(), QStringLiteral("ab"));
-}
-
-void TestForms::clickOnALabelIsNotAWindowClick()
-{
-    TestRuntime t;
-    Sample& sample = form<Sample>();
-    sample.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
-    int labelClicks = 0;
-    sample.Label1.onClick([&] { ++labelClicks; });
-    input::click(sample.Label1);
-    QCOMPARE(labelClicks, 1);
-    QCOMPARE(g_clicks, 0);
-    input::click(sample, QPoint(sample.widget()->width() - 5, sample.widget()->height() - 5));
-    QCOMPARE(g_clicks, 1);
 }
 
 QTEST_MAIN(TestForms)
