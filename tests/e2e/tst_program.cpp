@@ -74,7 +74,7 @@ void TestProgram::firstStartAsksForATheme()
     const unsigned long message = program.waitForActiveOtherThan(selector);
     QVERIFY(message);
     QVERIFY(program.wholeOnScreen(message));
-    QVERIFY(program.moments().contains(QStringLiteral("message Please Select a Theme Directory.")));
+    QVERIFY(program.waitForMoment(QStringLiteral("message Please Select a Theme Directory.")));
     program.activate(message);
     program.key(QStringLiteral("Return"));
     QVERIFY(program.waitForGone(message));
