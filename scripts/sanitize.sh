@@ -20,7 +20,7 @@ rm -rf "$reports" && mkdir -p "$reports"
 export ASAN_OPTIONS="log_path=$reports/asan:detect_leaks=0:new_delete_type_mismatch=0:halt_on_error=1:abort_on_error=1:detect_stack_use_after_return=1"
 export UBSAN_OPTIONS="halt_on_error=1:print_stacktrace=1" # to the test's output; the end-to-end harness shows the program's
 status=0
-(cd build-asan && ctest --output-on-failure) || status=$?
+(cd build-asan && ctest --output-on-failure --parallel 5) || status=$?
 
 if compgen -G "$reports/*" >/dev/null; then
   echo "sanitize: the sanitizers reported:"

@@ -16,6 +16,9 @@ packages=(
   # a virtual screen for tests and for headless runs, with a window manager for the end-to-end
   # tests; the locales package builds the comma-decimal locale the conversion tests run under
   xvfb xauth x11-utils xdotool desktop-file-utils imagemagick openbox locales
+  # a Wayland session for the desktop tests: a headless compositor with an X server beside it,
+  # and Qt's Wayland window system for the program when Wayland is all there is
+  weston xwayland qt6-wayland
   # the benchmark's driver
   python3
   # reading back what a print to a PDF file holds

@@ -10,7 +10,8 @@ bash scripts/setup.sh
 jobs=$(nproc)
 cmake -S . -B build -DCMAKE_BUILD_TYPE=RelWithDebInfo
 cmake --build build -j"$jobs"
-(cd build && ctest --output-on-failure)
+# The lanes run side by side, one test at a time in each (tests/CMakeLists.txt).
+(cd build && ctest --output-on-failure --parallel 5)
 
 cmake -S tests/fuzz -B build-fuzz -DCMAKE_CXX_COMPILER=clang++
 cmake --build build-fuzz -j"$jobs"

@@ -2,6 +2,7 @@
 
 #include "platform/media_player.h"
 #include "platform/runtime.h"
+#include "platform/screen_place.h"
 #include "platform/timing.h"
 #include "platform/web_browser.h"
 #include "startup/intro.h"
@@ -13,6 +14,7 @@ int main(int argc, char* argv[])
     platform::logTiming(QStringLiteral("main"));
     platform::prepareWebEngine();
     platform::prepareMedia();
+    platform::prepareWindowSystem(argc, argv);
     QApplication app(argc, argv);
     platform::logTiming(QStringLiteral("application made"));
     QApplication::setApplicationName(QStringLiteral("Glidepath"));

@@ -85,6 +85,17 @@ void placeWholeOnScreen(QWidget& window, bool centre)
     window.move(wholeOnScreen(outer, available).topLeft());
 }
 
+void prepareWindowSystem(int argc, char* argv[])
+{
+    if (!qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM") || qEnvironmentVariableIsEmpty("DISPLAY"))
+        return;
+    for (int i = 1; i < argc; ++i)
+        if (qstrcmp(argv[i], "-platform") == 0 || qstrcmp(argv[i], "--platform") == 0)
+            return;
+    // Wayland stays the fallback, should the X server named not answer.
+    qputenv("QT_QPA_PLATFORM", "xcb;wayland");
+}
+
 bool windowManagerRunning()
 {
     auto* x11 = qApp ? qApp->nativeInterface<QNativeInterface::QX11Application>() : nullptr;

@@ -25,6 +25,12 @@ QRect wholeOnScreen(const QRect& outer, const QRect& screen);
 // centre is true, and in any case whole on it, the expected frame counted.
 void placeWholeOnScreen(QWidget& window, bool centre);
 
+// Before the application is made: the windows go to an X server where there is one, also in a
+// Wayland session that runs one beside it (XWayland), since only there may a program place its
+// windows, keep them on top and move them as the windows do; unless the person chose a window
+// system (QT_QPA_PLATFORM or -platform). With Wayland alone, Wayland it is.
+void prepareWindowSystem(int argc, char* argv[]);
+
 // Whether a window manager looks after the screen (on X11: it has claimed the root window);
 // without one, nobody maximises or frames a window but the program itself.
 bool windowManagerRunning();

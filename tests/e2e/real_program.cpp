@@ -61,6 +61,13 @@ void RealProgram::useTheme(const QString& theme)
     write(QStringLiteral("ThemeDir.INI"), "[Theme Directory]\r\nDIR=" + path(theme).toLocal8Bit() + "\r\n");
 }
 
+void RealProgram::setEnvironment(const QString& name, const QString& value)
+{
+    QProcessEnvironment env = m_process.processEnvironment();
+    value.isEmpty() ? env.remove(name) : env.insert(name, value);
+    m_process.setProcessEnvironment(env);
+}
+
 void RealProgram::start()
 {
     m_process.start();

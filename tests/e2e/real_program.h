@@ -24,6 +24,8 @@ public:
     QByteArray read(const QString& name) const;
     // Chooses the shipped theme, as the theme selector would have stored it.
     void useTheme(const QString& theme = QStringLiteral("Default"));
+    // An environment variable of the program's, set (or, with no value, taken away).
+    void setEnvironment(const QString& name, const QString& value = {});
 
     void start();
     bool running() const { return m_process.state() != QProcess::NotRunning; }

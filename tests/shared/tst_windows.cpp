@@ -161,7 +161,7 @@ void TestWindows::captions_data()
         auto* pad = p.open<DoodleFRM>();
         pad->TFrame.setTop(240);
         return pad;
-    }) << QStringList{"Options", "Pen Size", "...", "Clear", "Hide This Window"};
+    }) << QStringList{"Options", "Pen Size", "Clear", "Hide This Window"};
     QTest::newRow("AboutFRM") << opens<AboutFRM>()
                               << QStringList{"Glide Path", "Programmer:", "Thanks To:", "Form Count:",
                                              "18 Plus 1 Unveiwable and 1 Hidden. (Secret Place)", "Version:", "2.0",
