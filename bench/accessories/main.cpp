@@ -170,7 +170,7 @@ void notePad()
     const QByteArray old = note('a');
     const QByteArray a = note('a') + "\r\n";
     const QByteArray b = note('b') + "\r\n";
-    int oldNote = 0, newNote = 0, torn = 0, midSave = 0;
+    int oldNote = 0, newNote = 0, torn = 0, midSave = 0, strays = 0;
     for (int i = 0; i < kKills; ++i) {
         QTemporaryDir killDir;
         const QString notes = killDir.filePath("Notes.TXT");
@@ -182,6 +182,7 @@ void notePad()
         child.kill();
         child.waitForFinished();
         const QByteArray left = read(notes);
+        strays += QDir(killDir.path()).entryList(QDir::Files | QDir::Hidden).size() - 1;
         if (left == old)
             ++oldNote;
         else if (left == a || left == b)
@@ -192,8 +193,8 @@ void notePad()
             ++midSave;
     }
     std::printf("note pad: %d kills while saving: %d left a whole note (%d the note as it was, %d one saved since), %d torn "
-                "(goal 0); %d of the kills fell inside a save\n",
-                kKills, oldNote + newNote, oldNote, newNote, torn, midSave);
+                "(goal 0), %d files left beside it (goal 0); %d of the kills fell inside a save\n",
+                kKills, oldNote + newNote, oldNote, newNote, torn, strays, midSave);
 }
 
 void doodle()

@@ -24,7 +24,7 @@ void CommonDialog::ShowSave() { show(true); }
 
 void CommonDialog::show(bool save)
 {
-    const FileDialogRequest request{save, DialogTitle, Filter, InitDir, FileName};
+    const FileDialogRequest request{save, DialogTitle, Filter, InitDir, FileName, Flags};
     // A cancelled dialog leaves the name as it was (empty until a file has been chosen, the
     // last choice after that), or empties it where the owner asked for that.
     const QString chosen = Runtime::current().dialogs().file(request);

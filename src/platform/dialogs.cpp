@@ -20,7 +20,8 @@ namespace platform {
 int Dialogs::messageBox(const QString& prompt, int style, const QString& title)
 {
     QMessageBox box;
-    box.setWindowTitle(title);
+    // Qt titles an untitled window after the program; a blank is as empty as a title bar shows.
+    box.setWindowTitle(title.isEmpty() ? QStringLiteral(" ") : title);
     box.setText(prompt);
     // Button sets the program does not use (and style values that name none) get a single OK.
     switch (style & 0x7) {
@@ -73,7 +74,11 @@ QString Dialogs::file(const FileDialogRequest& request)
 {
     QFileDialog dialog(nullptr, request.title);
     dialog.setAcceptMode(request.save ? QFileDialog::AcceptSave : QFileDialog::AcceptOpen);
-    dialog.setFileMode(request.save ? QFileDialog::AnyFile : QFileDialog::ExistingFile);
+    // As the classic dialog: a name is returned as typed unless the flags ask it to exist, or
+    // to be confirmed before a file of that name is replaced.
+    const bool mustExist = !request.save && request.flags & cdlOFNFileMustExist;
+    dialog.setFileMode(mustExist ? QFileDialog::ExistingFile : QFileDialog::AnyFile);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite, !(request.flags & cdlOFNOverwritePrompt));
     QStringList filters = CommonDialog::nameFilters(request.filter);
     for (QString& filter : filters)
         filter = caseless(filter);

@@ -10,12 +10,20 @@ class QPrinter;
 
 namespace platform {
 
+// The classic dialog's flags that change what it asks and accepts.
+enum FileDialogFlags : int {
+    cdlOFNOverwritePrompt = 0x2, // a save asks before it replaces a file
+    cdlOFNHideReadOnly = 0x4,
+    cdlOFNFileMustExist = 0x1000, // an open insists that the name typed exists
+};
+
 struct FileDialogRequest {
     bool save;
     QString title;
     QString filter;  // the classic form: "description | patterns | description | patterns"
     QString initDir;
     QString fileName;
+    int flags = 0;   // FileDialogFlags
 };
 
 class Dialogs {

@@ -3,18 +3,19 @@
 #include "cp1252.h"
 #include "errors.h"
 #include "runtime.h"
+#include "whole_file.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QSaveFile>
 
 namespace platform {
 
 struct FileTable::Entry {
     OpenMode mode;
     std::unique_ptr<FieldReader> input;  // Input: the whole file, decoded
-    std::unique_ptr<QSaveFile> output;   // Output and Append
+    QString path;                        // Output and Append: written whole on Close
+    std::unique_ptr<QByteArray> output;
 };
 
 FileTable::FileTable() = default;
@@ -36,6 +37,7 @@ void FileTable::open(const QString& path, OpenMode mode, int number)
     auto entry = std::make_unique<Entry>();
     entry->mode = mode;
     if (mode == OpenMode::Input) {
+        finishInterruptedWrite(file);
         QFile f(file);
         if (!info.exists())
             raiseError(ErrFileNotFound);
@@ -45,16 +47,16 @@ void FileTable::open(const QString& path, OpenMode mode, int number)
     } else {
         if (!info.absoluteDir().exists())
             raiseError(ErrPathNotFound);
-        QByteArray existing;
+        if (!canWriteWholeFile(file))
+            raiseError(ErrPathFileAccess);
+        entry->path = file;
+        entry->output = std::make_unique<QByteArray>();
         if (mode == OpenMode::Append) {
+            finishInterruptedWrite(file);
             QFile f(file);
             if (f.open(QIODevice::ReadOnly))
-                existing = f.readAll();
+                *entry->output = f.readAll();
         }
-        entry->output = std::make_unique<QSaveFile>(file);
-        if (!entry->output->open(QIODevice::WriteOnly))
-            raiseError(ErrPathFileAccess);
-        entry->output->write(existing);
     }
     m_open.emplace(number, std::move(entry));
 }
@@ -66,7 +68,7 @@ void FileTable::close(int number)
         return;
     std::unique_ptr<Entry> entry = std::move(it->second);
     m_open.erase(it);
-    if (entry->output && !entry->output->commit())
+    if (entry->output && !writeWholeFile(entry->path, *entry->output))
         raiseError(ErrDeviceIO);
 }
 
@@ -130,8 +132,7 @@ void FileTable::printLine(int number, const QString& text)
     Entry& e = entry(number);
     if (!e.output)
         raiseError(ErrBadFileMode);
-    if (e.output->write(encodeAnsi(text)) < 0 || e.output->write("\r\n", 2) < 0)
-        raiseError(ErrDeviceIO);
+    e.output->append(encodeAnsi(text)).append("\r\n");
 }
 
 void Open(const QString& path, OpenMode mode, int number) { Runtime::current().files().open(path, mode, number); }

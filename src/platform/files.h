@@ -1,8 +1,8 @@
 #pragma once
 // Sequential files under file numbers, the classic way: Open path For Input/Output/Append As
 // #n, then read or write through the number, then Close. Text is 8-bit Windows-1252.
-// Output is written to a temporary file and put in place on Close, so a crash mid-write never
-// leaves a torn file (the old content stays until the new one is complete).
+// Output is kept until Close and then written whole (whole_file.h): a death mid-write never
+// leaves a torn file, the old content stays until the new one is complete.
 
 #include "field_reader.h"
 #include "paths.h"
@@ -11,8 +11,6 @@
 
 #include <map>
 #include <memory>
-
-class QSaveFile;
 
 namespace platform {
 

@@ -2,9 +2,9 @@
 
 #include "cp1252.h"
 #include "paths.h"
+#include "whole_file.h"
 
 #include <QFile>
-#include <QSaveFile>
 
 #include <vector>
 
@@ -95,6 +95,7 @@ SectionRange findSection(const std::vector<Line>& lines, const QString& section)
 
 std::optional<QString> readFile(const QString& fileName)
 {
+    finishInterruptedWrite(nativePath(fileName));
     QFile f(nativePath(fileName));
     if (!f.open(QIODevice::ReadOnly))
         return std::nullopt;
@@ -187,11 +188,7 @@ bool WritePrivateProfileStringA(const QString& section, const QString& key, cons
             return false;
         text = *existing;
     }
-    QSaveFile out(path);
-    if (!out.open(QIODevice::WriteOnly))
-        return false;
-    out.write(encodeAnsi(profileWithValue(text, section, key, value)));
-    return out.commit();
+    return writeWholeFile(path, encodeAnsi(profileWithValue(text, section, key, value)));
 }
 
 } // namespace platform

@@ -196,9 +196,9 @@ void End()
     Runtime::current().end();
 }
 
-int MsgBox(const QString& prompt, int style, const QString& title)
+int MsgBox(const QString& prompt, int style, const std::optional<QString>& title)
 {
-    return Runtime::current().dialogs().messageBox(prompt, style, title);
+    return Runtime::current().dialogs().messageBox(prompt, style, title.value_or(Runtime::current().title()));
 }
 
 QString AppPath()

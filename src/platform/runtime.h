@@ -15,6 +15,7 @@
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <typeindex>
 #include <unordered_map>
 #include <unordered_set>
@@ -137,7 +138,8 @@ void DoEvents();
 void DoEventsFor(int ms);
 // Ends the whole process at once; no unload handler runs.
 [[noreturn]] void End();
-int MsgBox(const QString& prompt, int style = vbOKOnly, const QString& title = QString());
+// A title left out is the program's own; one given empty shows an empty title bar.
+int MsgBox(const QString& prompt, int style = vbOKOnly, const std::optional<QString>& title = std::nullopt);
 QString AppPath();
 double Rnd();
 void Randomize(double seed);

@@ -50,7 +50,7 @@ void IntroFRM::Form_Load()
             statement();
     };
     step([&] { if (ThemeDir().isEmpty()) Hide(); });
-    step([&] { if (ThemeDir().isEmpty()) MsgBox(QStringLiteral("Please Select a Theme Directory."), kNoButtonStyle, QString()); });
+    step([&] { if (ThemeDir().isEmpty()) MsgBox(QStringLiteral("Please Select a Theme Directory."), kNoButtonStyle, QStringLiteral("")); });
     step([&] { Player.setAutoStart(true); });
     step([&] { Player.Open(ThemeDir() + "/Intro.MP3"); });
     step([&] { ImageOne.setPicture(LoadPicture(ThemeDir() + "/Main.BMP")); });

@@ -12,6 +12,7 @@
 #include "startup/intro.h"
 #include "platform/cp1252.h"
 #include "support/input.h"
+#include "support/test_main.h"
 #include "support/program.h"
 
 #include <QAudioOutput>
@@ -291,6 +292,7 @@ void TestAccessories::mp3Questions()
     QCOMPARE(again.log, (QStringList{"Click.WAV", "Click.WAV", "open file"}));
     for (const FileDialogRequest& asked : {p.dialogs->fileRequests.value(0), again.dialogs->fileRequests.value(1)}) {
         QVERIFY(!asked.save);
+        QCOMPARE(asked.flags, int(cdlOFNHideReadOnly)); // a name typed need not exist
         QCOMPARE(asked.initDir, MP3PlayerFRM::DesktopFolder());
         QCOMPARE(asked.fileName, QString());
     }
@@ -410,7 +412,7 @@ void TestAccessories::readme()
     QCOMPARE(p.dialogs->messageBoxes,
              QStringList{"Sorry, The Readme File (In The Same Directory As Glidepath.exe, Named ''readme.txt'') Cannot be Found."});
     QCOMPARE(p.dialogs->messageBoxStyles, QList<int>{vbOKOnly});
-    QCOMPARE(p.dialogs->messageBoxTitles, QStringList{QString()}); // the program's own title
+    QCOMPARE(p.dialogs->messageBoxTitles, QStringList{"Glidepath"}); // the program's own title
     QCOMPARE(readme->Data.Text(), QStringLiteral("Glide Path - By: Marlo. Enjoy."));
     QCOMPARE(p.untrappedErrors, QList<int>{});
 }
@@ -459,5 +461,5 @@ void TestAccessories::hiddenPagePanelGivesWayAfterFifteenSeconds()
     QVERIFY(shot.pixelColor(page->widget()->width() / 2, 20) != page->widget()->palette().color(QPalette::Window));
 }
 
-QTEST_MAIN(TestAccessories)
+GLIDEPATH_TEST_MAIN(TestAccessories)
 #include "tst_accessories.moc"

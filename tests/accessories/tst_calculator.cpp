@@ -6,6 +6,7 @@
 #include "accessories/calculator.h"
 #include "platform/errors.h"
 #include "support/input.h"
+#include "support/test_main.h"
 #include "support/program.h"
 
 #include <QApplication>
@@ -319,5 +320,5 @@ void TestCalculator::untrappedFaultsEndTheProgram()
     QVERIFY(p.runtime().ended());
 }
 
-QTEST_MAIN(TestCalculator)
+GLIDEPATH_TEST_MAIN(TestCalculator)
 #include "tst_calculator.moc"

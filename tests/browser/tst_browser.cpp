@@ -402,5 +402,5 @@ void TestBrowser::introFramesItsPicture()
     QVERIFY(intro->Player.AutoStart());
 }
 
-GLIDEPATH_WEB_TEST_MAIN(TestBrowser)
+GLIDEPATH_TEST_MAIN(TestBrowser)
 #include "tst_browser.moc"

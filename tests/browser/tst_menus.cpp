@@ -231,6 +231,7 @@ void TestMenus::openAndSavePage()
         answer = p.path(name);
         p.choose("SavePageMNU");
         QCOMPARE(p.dialogs->fileRequests.last().filter, QStringLiteral("htm (*.htm) | *.htm"));
+        QCOMPARE(p.dialogs->fileRequests.last().flags, 0); // no question before a file is replaced
         QVERIFY(QFileInfo::exists(p.path(name)));
         QCOMPARE(p.read(name), QByteArray());
     }
@@ -424,5 +425,5 @@ void TestMenus::findOnThisPage()
     QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
-GLIDEPATH_WEB_TEST_MAIN(TestMenus)
+GLIDEPATH_TEST_MAIN(TestMenus)
 #include "tst_menus.moc"

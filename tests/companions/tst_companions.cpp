@@ -227,5 +227,5 @@ void TestCompanions::driveExplorer()
     QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
-GLIDEPATH_WEB_TEST_MAIN(TestCompanions)
+GLIDEPATH_TEST_MAIN(TestCompanions)
 #include "tst_companions.moc"

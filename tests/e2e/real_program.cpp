@@ -209,6 +209,11 @@ QRect RealProgram::screen() const
     return QRect(0, 0, wh.value(0).toInt(), wh.value(1).toInt());
 }
 
+QString RealProgram::title(unsigned long window) const
+{
+    return run("xprop", {"-id", QString::number(window), "_NET_WM_NAME"}).section('"', 1, -2);
+}
+
 QImage RealProgram::screenShot() const
 {
     QTemporaryDir dir;

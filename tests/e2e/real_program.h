@@ -66,6 +66,8 @@ public:
     QRect frame(unsigned long window) const;
     QRect inner(unsigned long window) const;
     QRect screen() const;
+    // The title the window manager shows (the window's _NET_WM_NAME).
+    QString title(unsigned long window) const;
     bool wholeOnScreen(unsigned long window) const { return screen().contains(frame(window)); }
     QImage screenShot() const;
 

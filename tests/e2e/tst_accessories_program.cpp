@@ -125,15 +125,16 @@ void TestAccessoriesProgram::mp3PlayedAndFirstQuestionCancelled()
     QVERIFY(main);
     // The intro's music has ended (it plays the same file).
     QTRY_VERIFY_WITH_TIMEOUT(!program.playing().contains(QStringLiteral("Glidepath Default")), 15000);
-    // Misc., MP3 Player: the question comes first; a file typed into it plays.
+    // Misc., MP3 Player: the question comes first; the name of a file that is not there opens
+    // silently, with no message of any kind.
     program.chooseMenu(main, kMP3Player);
-    unsigned long question = program.waitForWindow(QStringLiteral("Open"));
-    QVERIFY(question);
-    QTRY_COMPARE(program.activeWindow(), question);
-    program.type(program.path(QStringLiteral("Default/Intro.MP3")));
-    program.key(QStringLiteral("Return"));
+    QVERIFY(program.answerFileDialog(program.path(QStringLiteral("No Such Tune.mp3"))));
     const unsigned long player = program.waitForWindow(QStringLiteral("MP3 Player"));
     QVERIFY(player);
+    QCOMPARE(program.moments().filter(QStringLiteral("message ")), QStringList{});
+    // Another file through the open-folder button (4080, 750, 375 x 1440 twips) plays.
+    program.click(player, QPoint((4080 + 187) / kTwipsPerPixel, (750 + 720) / kTwipsPerPixel));
+    QVERIFY(program.answerFileDialog(program.path(QStringLiteral("Default/Intro.MP3"))));
     QTRY_VERIFY_WITH_TIMEOUT(program.playing().contains(QStringLiteral("Glidepath Default")), 5000);
     // Closed with its X: the playing ends with it.
     qsizetype from = program.moments().size();
@@ -144,7 +145,7 @@ void TestAccessoriesProgram::mp3PlayedAndFirstQuestionCancelled()
     // Again, and cancelled: the player unloads itself and is never painted.
     from = program.moments().size();
     program.chooseMenu(main, kMP3Player);
-    question = program.waitForWindow(QStringLiteral("Open"));
+    const unsigned long question = program.waitForWindow(QStringLiteral("Open"));
     QVERIFY(question);
     QTRY_COMPARE(program.activeWindow(), question);
     program.key(QStringLiteral("Escape"));

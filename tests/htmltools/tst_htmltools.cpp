@@ -182,5 +182,5 @@ void TestHtmlTools::transferControlAddresses()
         QCOMPARE(text, QStringLiteral("<p>on disk</p>"));
 }
 
-GLIDEPATH_WEB_TEST_MAIN(TestHtmlTools)
+GLIDEPATH_TEST_MAIN(TestHtmlTools)
 #include "tst_htmltools.moc"

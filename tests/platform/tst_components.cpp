@@ -227,5 +227,5 @@ void TestComponents::execWBRefusals()
     QCOMPARE(t.untrappedErrors, error ? QList<int>{error} : QList<int>{});
 }
 
-GLIDEPATH_WEB_TEST_MAIN(TestComponents)
+GLIDEPATH_TEST_MAIN(TestComponents)
 #include "tst_components.moc"

@@ -6,11 +6,16 @@
 #include "platform/field_reader.h"
 #include "platform/files.h"
 #include "platform/picture.h"
+#include "platform/profile.h"
+#include "platform/whole_file.h"
 #include "support/test_runtime.h"
 
 #include <QDir>
 #include <QImage>
+#include <QProcess>
 #include <QTest>
+
+#include <unistd.h>
 
 using namespace platform;
 
@@ -36,6 +41,7 @@ private Q_SLOTS:
     void fileNumberRules_data();
     void fileNumberRules();
     void outputReplacesOnlyOnClose();
+    void writtenInAReadOnlyDirectory();
     void appendAndReadBack();
     void picturesOfTheSameBytesShared();
 };
@@ -134,7 +140,50 @@ void TestFiles::outputReplacesOnlyOnClose()
     QCOMPARE(t.read("out.txt"), QByteArray("old")); // a crash now leaves the old file whole
     Close(1);
     QCOMPARE(t.read("out.txt"), QByteArray("new \x80\r\n"));
-    QCOMPARE(QDir(t.path("")).entryList(QDir::Files), QStringList{"out.txt"}); // no temporary left
+    QCOMPARE(QDir(t.path("")).entryList(QDir::Files | QDir::Hidden), QStringList{"out.txt"}); // no temporary left
+}
+
+// A directory that takes no new file (read-only for the user; immutable for root, whom no
+// permission stops) with settings that may be written: they are written all the same, over
+// the file in place; a write that death cut short is finished before the file is read again.
+void TestFiles::writtenInAReadOnlyDirectory()
+{
+    TestRuntime t;
+    const QString dir = t.path("settings");
+    QVERIFY(QDir().mkpath(dir));
+    t.write("settings/Notes.TXT", "old");
+    t.write("settings/ThemeDir.INI", "");
+    const QString notes = dir + "/Notes.TXT";
+    struct ReadOnly {
+        explicit ReadOnly(const QString& d) : dir(d) { run(true); }
+        ~ReadOnly() { run(false); }
+        void run(bool on) const
+        {
+            if (geteuid() == 0)
+                QProcess::execute(QStringLiteral("chattr"), {on ? "+i" : "-i", dir});
+            else
+                QFile::setPermissions(dir, on ? QFile::ReadOwner | QFile::ExeOwner : QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+        }
+        QString dir;
+    } readOnly(dir);
+    QVERIFY(!QFile(dir + "/new.txt").open(QIODevice::WriteOnly));
+    Open(notes, OpenMode::Output, 1);
+    PrintLine(1, QStringLiteral("written in place"));
+    Close(1);
+    QCOMPARE(t.read("settings/Notes.TXT"), QByteArray("written in place\r\n"));
+    QVERIFY(WritePrivateProfileStringA("Theme Directory", "DIR", "/t", dir + "/ThemeDir.INI"));
+    QCOMPARE(t.read("settings/ThemeDir.INI"), QByteArray("[Theme Directory]\r\nDIR=/t\r\n"));
+    QVERIFY(!QFile::exists(unfinishedWritePath(notes)));
+    // Died after the new content was kept whole but while the file was half written.
+    QFile unfinished(unfinishedWritePath(notes));
+    QVERIFY(unfinished.open(QIODevice::WriteOnly) && unfinished.write("the whole note\r\n") > 0);
+    unfinished.close();
+    t.write("settings/Notes.TXT", "the who");
+    Open(notes, OpenMode::Input, 1);
+    QCOMPARE(InputChars(LOF(1), 1), QStringLiteral("the whole note\r\n"));
+    Close(1);
+    QVERIFY(!unfinished.exists());
+    QCOMPARE(QDir(dir).entryList(QDir::Files | QDir::Hidden), (QStringList{"Notes.TXT", "ThemeDir.INI"}));
 }
 
 void TestFiles::appendAndReadBack()

@@ -81,5 +81,5 @@ void TestSendKeys::afterTheHandler()
     QCOMPARE(t.untrappedErrors, QList<int>{ErrInvalidProcedureCall});
 }
 
-GLIDEPATH_WEB_TEST_MAIN(TestSendKeys)
+GLIDEPATH_TEST_MAIN(TestSendKeys)
 #include "tst_send_keys.moc"

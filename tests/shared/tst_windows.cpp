@@ -378,5 +378,5 @@ void TestWindows::missingPictures()
     QCOMPARE(p.untrappedErrors, QList<int>{ErrFileNotFound});
 }
 
-GLIDEPATH_WEB_TEST_MAIN(TestWindows)
+GLIDEPATH_TEST_MAIN(TestWindows)
 #include "tst_windows.moc"
