@@ -250,10 +250,29 @@ WebBrowser::~WebBrowser() = default;
 bool WebBrowser::eventFilter(QObject* watched, QEvent* event)
 {
     if (watched != widget() && event->type() == QEvent::KeyPress) {
+        // The hosted browser's own keys while the page has the keyboard, through the same calls
+        // as the window's buttons and menus, so that its events follow as they do for a click.
+        // Back or forward with nowhere to go does nothing, as the browser's own key did.
         const auto* key = static_cast<QKeyEvent*>(event);
-        if (key->key() == Qt::Key_F && (key->modifiers() & Qt::ControlModifier)) {
-            findBar().open();
-            return true;
+        const Qt::KeyboardModifiers mods = key->modifiers() & (Qt::ControlModifier | Qt::AltModifier | Qt::ShiftModifier);
+        const struct {
+            int key;
+            Qt::KeyboardModifiers modifiers;
+            std::function<void()> action;
+        } keys[] = {
+            {Qt::Key_F, Qt::ControlModifier, [this] { findBar().open(); }},
+            {Qt::Key_F5, Qt::NoModifier, [this] { Refresh(); }},
+            {Qt::Key_R, Qt::ControlModifier, [this] { Refresh(); }},
+            {Qt::Key_Left, Qt::AltModifier, [this] { if (view()->history()->canGoBack()) GoBack(); }},
+            {Qt::Key_Right, Qt::AltModifier, [this] { if (view()->history()->canGoForward()) GoForward(); }},
+            {Qt::Key_P, Qt::ControlModifier, [this] { runHandler([this] { ExecWB(OLECMDID_PRINT, OLECMDEXECOPT_PROMPTUSER); }); }},
+            {Qt::Key_Escape, Qt::NoModifier, [this] { Stop(); }},
+        };
+        for (const auto& k : keys) {
+            if (key->key() == k.key && mods == k.modifiers) {
+                k.action();
+                return true;
+            }
         }
     }
     return Control::eventFilter(watched, event);

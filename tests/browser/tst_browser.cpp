@@ -53,6 +53,7 @@ private Q_SLOTS:
     void popUpGetsItsWindow();
     void logInPromptAndDownload();
     void buttons();
+    void paneKeys();
     void windowStates_data();
     void windowStates();
     void shutdownPaths_data();
@@ -210,6 +211,44 @@ void TestBrowser::buttons()
     QCOMPARE(main->Go.Picture().toImage(), picture(theme + "GoDOWN.BMP"));
     input::release(*main, go, Qt::RightButton);
     QCOMPARE(main->Go.Picture().toImage(), picture(theme + "GoUP.BMP"));
+    QCOMPARE(p.untrappedErrors, QList<int>{});
+}
+
+void TestBrowser::paneKeys()
+{
+    // The hosted browser's own keys with the page holding the keyboard: each goes through the
+    // component as the buttons do, so the title's status line follows; none clicks.
+    const QString titled = m_server.url("/titled").toString(), untitled = m_server.url("/untitled").toString();
+    Program p({.home = titled.toLatin1()});
+    MainFRM* main = p.main();
+    QVERIFY(main);
+    qsizetype from = p.captions.size();
+    main->BrowserWindow.Navigate(untitled);
+    QVERIFY(p.waitForCaption(kDone, from));
+    const struct {
+        Qt::Key key;
+        Qt::KeyboardModifiers modifiers;
+        QString url;
+    } keys[] = {{Qt::Key_Left, Qt::AltModifier, titled}, {Qt::Key_Right, Qt::AltModifier, untitled},
+                {Qt::Key_F5, Qt::NoModifier, untitled}, {Qt::Key_R, Qt::ControlModifier, untitled}};
+    for (const auto& k : keys) {
+        from = p.captions.size();
+        p.log.clear();
+        input::key(main->BrowserWindow, k.key, k.modifiers);
+        QVERIFY(p.waitForCaption(kDone, from));
+        QCOMPARE(p.captions.value(from), QStringLiteral("Glidepath - [Begining Download]"));
+        QCOMPARE(main->URLC.Text(), k.url);
+        QCOMPARE(p.log, QStringList{});
+    }
+    input::key(main->BrowserWindow, Qt::Key_P, Qt::ControlModifier); // the print dialog, cancelled
+    QTRY_COMPARE(p.log, QStringList{"print"});
+    // Escape stops a page that comes slowly: its load ends before its last part arrives.
+    from = p.captions.size();
+    main->BrowserWindow.Navigate(m_server.url("/slow").toString());
+    QVERIFY(p.waitForCaption(QStringLiteral("Glidepath - [Begining Download]"), from));
+    input::key(main->BrowserWindow, Qt::Key_Escape);
+    QVERIFY(p.waitForCaption(kDone, from));
+    QCOMPARE(evaluate(main->BrowserWindow, QStringLiteral("document.body.innerText.includes('ffff')")).toBool(), false);
     QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
