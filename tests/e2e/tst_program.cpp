@@ -117,6 +117,10 @@ void TestProgram::typedAddressThenTheAccessPhrase()
     program.key(QStringLiteral("Return"));
     QVERIFY(program.waitForCaption(QStringLiteral("Glidepath - [Going to: ") + typed + QLatin1Char(']')));
     QTRY_COMPARE_WITH_TIMEOUT(m_server.paths().mid(requests).count(QStringLiteral("/typed-by-hand")), 1, 10000);
+    // F5 with the page holding the keyboard (a click into it) loads it again.
+    program.click(main, QPoint(300, program.inner(main).height() - 100));
+    program.key(QStringLiteral("F5"));
+    QTRY_COMPARE_WITH_TIMEOUT(m_server.paths().mid(requests).count(QStringLiteral("/typed-by-hand")), 2, 10000);
 
     // The access phrase with other capitals opens nothing; the phrase itself opens the hidden
     // page on the key after its last letter (Enter here, whose Go comes first), stops the
