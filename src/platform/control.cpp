@@ -139,6 +139,15 @@ void Control::ZOrder(int position)
         m_widget->lower();
 }
 
+bool Control::anotherTabStop() const
+{
+    for (QWidget* w = m_widget->nextInFocusChain(); w && w != m_widget; w = w->nextInFocusChain())
+        if (w->window() == m_widget->window() && !m_widget->isAncestorOf(w) && (w->focusPolicy() & Qt::TabFocus) &&
+            w->isVisibleTo(w->window()) && w->isEnabled())
+            return true;
+    return false;
+}
+
 void Control::raiseEvent(const Handler& handler)
 {
     if (handler)
@@ -186,7 +195,12 @@ bool Control::eventFilter(QObject* watched, QEvent* event)
     case QEvent::KeyPress: {
         if (m_keyTarget && watched != m_keyTarget)
             break;
-        const int code = keyAscii(*static_cast<QKeyEvent*>(event));
+        // Tab moves the keyboard on to the next control in the tab order; it is a character
+        // for KeyPress only where no other control can take the keyboard.
+        const auto* pressed = static_cast<QKeyEvent*>(event);
+        if ((pressed->key() == Qt::Key_Tab || pressed->key() == Qt::Key_Backtab) && anotherTabStop())
+            break;
+        const int code = keyAscii(*pressed);
         if (code < 0 || !m_keyPress)
             break;
         std::int16_t ascii = static_cast<std::int16_t>(code);

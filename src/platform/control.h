@@ -96,6 +96,8 @@ private:
     template <class T>
     friend class ControlArray;
     void setIndex(int index);
+    // Whether another control of the window takes the keyboard with Tab.
+    bool anotherTabStop() const;
 
     QPointer<QWidget> m_widget;
     QPoint m_origin; // the container's client origin, in pixels

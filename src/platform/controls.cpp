@@ -63,6 +63,7 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
 {
     if (lines == Lines::Multi) {
         m_multi = static_cast<QPlainTextEdit*>(widget());
+        m_multi->setTabChangesFocus(true); // as the classic box: Tab moves on, it types nothing
         QObject::connect(m_multi->document(), &QTextDocument::contentsChange, this,
                          [this](int position, int removed, int added) { followChange(position, removed, added); });
         setText(text);

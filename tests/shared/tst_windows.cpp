@@ -26,6 +26,7 @@
 #include "support/test_main.h"
 
 #include <QAbstractButton>
+#include <QApplication>
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
@@ -128,6 +129,7 @@ private Q_SLOTS:
     void resizeRules();
     void missingPictures_data();
     void missingPictures();
+    void tabMovesTheKeyboardOn();
 
 private:
     // Its own thread: the source viewer's fetch waits without processing this thread's messages.
@@ -376,6 +378,42 @@ void TestWindows::missingPictures()
         input::click(*press(*window));
     }
     QCOMPARE(p.untrappedErrors, QList<int>{ErrFileNotFound});
+}
+
+// Tab and Shift+Tab walk a window's controls in their tab order, the multi-line text box among
+// them, and are no character for a control's KeyPress while another control takes the keyboard.
+void TestWindows::tabMovesTheKeyboardOn()
+{
+    auto has = [](Control& c) { return QApplication::focusWidget() && (QApplication::focusWidget() == c.widget() ||
+                                                                      c.widget()->isAncestorOf(QApplication::focusWidget())); };
+    Program p;
+    p.open<MainFRM>()->URLC.setText(m_server.url("/titled").toString());
+    HTMLViewerFRM* viewer = p.open<HTMLViewerFRM>();
+    QVERIFY(viewer);
+    const QString source = viewer->HTML.Text();
+    input::focus(viewer->URL);
+    for (Control* next : std::initializer_list<Control*>{&viewer->VS, &viewer->HTML, &viewer->OpenInEd}) {
+        input::keyInto(*viewer->widget(), Qt::Key_Tab);
+        QVERIFY2(has(*next), qPrintable(next->Name()));
+    }
+    input::keyInto(*viewer->widget(), Qt::Key_Tab, Qt::ShiftModifier);
+    QVERIFY(has(viewer->HTML));
+    QCOMPARE(viewer->HTML.Text(), source);
+    // The address box holding the access phrase: Tab opens nothing. The calculator's "=": Tab
+    // leaves the display as it was.
+    MainFRM& main = form<MainFRM>();
+    main.URLC.setText(QString());
+    input::type(main.URLC, QStringLiteral("Crane at Dusk"));
+    input::key(main.URLC, Qt::Key_Tab);
+    QVERIFY(!has(main.URLC));
+    QVERIFY(!p.runtime().forms().isLoaded<SecretPlace>());
+    CalculatorFRM* calc = p.open<CalculatorFRM>();
+    QVERIFY(calc);
+    QTRY_VERIFY(has(calc->cmdEqual));
+    input::keyInto(*calc->widget(), Qt::Key_Tab);
+    QVERIFY(!has(calc->cmdEqual));
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("0"));
+    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
 GLIDEPATH_TEST_MAIN(TestWindows)
