@@ -1,19 +1,119 @@
-// Wave sounds through the real sound server: a sound starts playing, a new one cuts off the
-// old, a missing or broken file plays the default sound.
+// Wave sounds through the real sound server: waves of every kind that people's tools write
+// reach it at the level they hold, a new sound cuts off the old, and a missing file or one that
+// nothing decodes plays the default sound.
 
 #include "platform/sounds.h"
 #include "platform/win32.h"
 #include "support/test_runtime.h"
 
+#include <QAudioSink>
+#include <QFile>
+#include <QProcess>
 #include <QSignalSpy>
-#include <QSoundEffect>
 #include <QTest>
 
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <vector>
+
 using namespace platform;
+
+namespace {
+
+constexpr quint16 Extensible = 0xFFFE;
+constexpr double Levels[2] = {0.5, -0.25}; // a steady level a channel: what the server must hear
+constexpr int CaptureRate = 44100;
+
+QByteArray le(quint64 value, int bytes)
+{
+    QByteArray b;
+    for (int i = 0; i < bytes; ++i)
+        b += char(value >> 8 * i);
+    return b;
+}
+
+QByteArray chunk(const char* id, const QByteArray& body, qint64 claimed = -1, bool pad = true)
+{
+    return QByteArray(id, 4) + le(claimed < 0 ? body.size() : claimed, 4) + body +
+           QByteArray(pad ? body.size() % 2 : 0, '\0');
+}
+
+struct Shape {
+    bool extensible = false;
+    QByteArray before = {}; // chunks between the header and `fmt `
+    bool dataFirst = false;
+    bool data = true;
+    qint64 dataClaims = -1; // the size the data chunk gives, when it lies
+    qint64 fmtClaims = -1;
+};
+
+// A fifth of a second of a wave that holds each channel at its steady level; the adaptive codings
+// say the level in each block's header and no change after it.
+QByteArray wave(quint16 tag, int bits, int channels, int rate, const Shape& shape = {})
+{
+    const bool adaptive = tag == 0x0002 || tag == 0x0011;
+    const int blockFrames = tag == 0x0011 ? 505 : 500; // of 256 bytes a channel
+    int blockAlign = adaptive ? 256 * channels : channels * bits / 8;
+    QByteArray data;
+    if (adaptive) {
+        for (int frame = 0; frame < rate / 5; frame += blockFrames) {
+            QByteArray block;
+            if (tag == 0x0011) { // a channel's first sample and step index 0
+                for (int c = 0; c < channels; ++c)
+                    block += le(qint16(Levels[c] * 32768), 2) + le(0, 2);
+            } else { // predictor 0 and step 16 for every channel, then two samples each
+                block += QByteArray(channels, '\0');
+                for (int c = 0; c < channels; ++c)
+                    block += le(16, 2);
+                for (int c = 0; c < 2 * channels; ++c)
+                    block += le(qint16(Levels[c % channels] * 32768), 2);
+            }
+            data += block + QByteArray(blockAlign - block.size(), '\0');
+        }
+    } else {
+        for (int frame = 0; frame < rate / 5; ++frame) {
+            for (int c = 0; c < channels; ++c) {
+                const double v = Levels[c];
+                if (tag == 0x0006 || tag == 0x0007)
+                    data += char(tag == 0x0006 ? 0xBA : 0x90); // about +0.49 in A-law and in mu-law
+                else if (tag == 0x0003)
+                    data += bits == 32 ? le(std::bit_cast<quint32>(float(v)), 4) : le(std::bit_cast<quint64>(v), 8);
+                else if (bits == 8)
+                    data += char(128 + std::lround(v * 128));
+                else
+                    data += le(quint64(std::llround(v * double(1LL << (bits - 1)))), bits / 8);
+            }
+        }
+    }
+    QByteArray fmt = le(shape.extensible ? Extensible : tag, 2) + le(channels, 2) + le(rate, 4) +
+                     le(quint64(rate) * blockAlign, 4) + le(blockAlign, 2) + le(adaptive ? 4 : bits, 2);
+    if (shape.extensible)
+        fmt += le(22, 2) + le(bits, 2) + le(channels == 2 ? 3 : 4, 4) + le(tag, 2) +
+               QByteArray::fromHex("000000001000800000aa00389b71");
+    else if (tag == 0x0011)
+        fmt += le(2, 2) + le(blockFrames, 2);
+    else if (tag == 0x0002)
+        fmt += le(8, 2) + le(blockFrames, 2) + le(1, 2) + le(256, 2) + le(0, 2); // one predictor
+    const QByteArray fmtChunk = chunk("fmt ", fmt, shape.fmtClaims);
+    const QByteArray dataChunk = shape.data ? chunk("data", data, shape.dataClaims) : QByteArray();
+    const QByteArray body = "WAVE" + shape.before + (shape.dataFirst ? dataChunk + fmtChunk : fmtChunk + dataChunk);
+    return "RIFF" + le(body.size(), 4) + body;
+}
+
+QByteArray themeFile(const QString& name)
+{
+    QFile f(QStringLiteral(GLIDEPATH_SOURCE_DIR "/themes/Default/") + name);
+    return f.open(QIODevice::ReadOnly) ? f.readAll() : QByteArray();
+}
+
+} // namespace
 
 class TestSounds : public QObject {
     Q_OBJECT
 private Q_SLOTS:
+    void initTestCase();
+    void cleanupTestCase();
     void played_data();
     void played();
     void newSoundCutsOffTheOld();
@@ -21,32 +121,104 @@ private Q_SLOTS:
 
 private:
     static QString theme(const QString& file) { return QStringLiteral(GLIDEPATH_SOURCE_DIR "/themes/Default/") + file; }
+    // The median level the server played on a channel after the given byte of the recording,
+    // among the samples that are not silence.
+    double heard(qsizetype from, int channel) const;
+
+    QProcess m_recorder; // what the server plays, as 16-bit stereo
+    QByteArray m_recorded;
 };
+
+void TestSounds::initTestCase()
+{
+    connect(&m_recorder, &QProcess::readyReadStandardOutput, this, [this] { m_recorded += m_recorder.readAllStandardOutput(); });
+    m_recorder.start("parec", {"--device=null.monitor", "--raw", "--format=s16le", "--channels=2",
+                               QStringLiteral("--rate=%1").arg(CaptureRate), "--latency-msec=20"});
+    QVERIFY(m_recorder.waitForStarted());
+    QTRY_VERIFY(!m_recorded.isEmpty());
+}
+
+void TestSounds::cleanupTestCase()
+{
+    m_recorder.kill();
+    m_recorder.waitForFinished();
+}
+
+double TestSounds::heard(qsizetype from, int channel) const
+{
+    std::vector<double> levels;
+    for (qsizetype at = from / 4 * 4 + 2 * channel; at + 2 <= m_recorded.size(); at += 4) {
+        const double v = qint16(quint8(m_recorded[at]) | quint8(m_recorded[at + 1]) << 8) / 32768.0;
+        if (std::abs(v) > 0.05)
+            levels.push_back(v);
+    }
+    if (levels.empty())
+        return 0;
+    std::nth_element(levels.begin(), levels.begin() + levels.size() / 2, levels.end());
+    return levels[levels.size() / 2];
+}
 
 void TestSounds::played_data()
 {
-    QTest::addColumn<QString>("file");
+    QTest::addColumn<QByteArray>("file"); // none: the file is missing
     QTest::addColumn<bool>("expectDefault");
-    QTest::newRow("theme click") << "Click.WAV" << false;
-    QTest::newRow("missing file") << "NoSuch.WAV" << true;
-    QTest::newRow("not a wave") << "Main.BMP" << true;
-    QTest::newRow("an MP3 is no wave") << "Intro.MP3" << true;
+    QTest::addColumn<int>("channels"); // heard at Levels on each channel; 0: not measured
+
+    QTest::newRow("theme click") << themeFile("Click.WAV") << false << 0;
+    QTest::newRow("8-bit mono 11 kHz") << wave(1, 8, 1, 11025) << false << 1;
+    QTest::newRow("16-bit stereo 44.1 kHz") << wave(1, 16, 2, 44100) << false << 2;
+    QTest::newRow("24-bit stereo 48 kHz") << wave(1, 24, 2, 48000) << false << 2;
+    QTest::newRow("32-bit mono 96 kHz") << wave(1, 32, 1, 96000) << false << 1;
+    QTest::newRow("float stereo 22 kHz") << wave(3, 32, 2, 22050) << false << 2;
+    QTest::newRow("double mono 8 kHz") << wave(3, 64, 1, 8000) << false << 1;
+    QTest::newRow("extensible 24-bit stereo") << wave(1, 24, 2, 48000, {.extensible = true}) << false << 2;
+    QTest::newRow("extensible float mono 192 kHz") << wave(3, 32, 1, 192000, {.extensible = true}) << false << 1;
+    QTest::newRow("A-law mono") << wave(6, 8, 1, 8000) << false << 1;
+    QTest::newRow("mu-law mono") << wave(7, 8, 1, 8000) << false << 1;
+    QTest::newRow("IMA ADPCM stereo") << wave(0x11, 4, 2, 22050) << false << 2;
+    QTest::newRow("MS ADPCM mono") << wave(2, 4, 1, 22050) << false << 1;
+    const QByteArray tagged = chunk("JUNK", QByteArray(28, '\0')) + chunk("bext", QByteArray(602, ' ')) +
+                              chunk("LIST", QByteArray("INFOISFT\x05\0\0\0Tool", 17), -1, false); // odd, and no pad byte
+    QTest::newRow("JUNK, bext and LIST before fmt") << wave(1, 16, 2, 44100, {.before = tagged}) << false << 2;
+    QTest::newRow("data before fmt") << wave(1, 16, 1, 44100, {.dataFirst = true}) << false << 1;
+    QTest::newRow("data size past the end") << wave(1, 16, 2, 44100, {.dataClaims = 0x7FFFFFF0}) << false << 2;
+
+    QTest::newRow("missing file") << QByteArray() << true << 0;
+    QTest::newRow("not a wave") << themeFile("Main.BMP") << true << 0;
+    QTest::newRow("an MP3 is no wave") << themeFile("Intro.MP3") << true << 0;
+    QTest::newRow("no data chunk") << wave(1, 16, 1, 44100, {.data = false}) << true << 0;
+    QTest::newRow("unknown format code") << wave(0x55, 16, 1, 44100) << true << 0;
+    QTest::newRow("fmt size past the end") << wave(1, 16, 1, 44100, {.fmtClaims = 0x10000}) << true << 0;
+    QTest::newRow("chunk size past the end before fmt")
+        << wave(1, 16, 1, 44100, {.before = chunk("JUNK", QByteArray(8, '\0'), 0x7FFFFFF0)}) << true << 0;
 }
 
 void TestSounds::played()
 {
-    QFETCH(QString, file);
+    QFETCH(QByteArray, file);
     QFETCH(bool, expectDefault);
+    QFETCH(int, channels);
     TestRuntime t;
+    if (!file.isNull())
+        t.write("Sound.WAV", file);
     WavePlayer& player = t.runtime().sounds();
     QSignalSpy started(&player, &WavePlayer::started);
     // Backslashes are accepted as separators.
-    QString path = theme(file);
-    path.replace(QLatin1String("/Default/"), QLatin1String("\\Default\\"));
+    const QString path = QString(t.path("Sound.WAV")).replace(QLatin1Char('/'), QLatin1Char('\\'));
+    const qsizetype from = m_recorded.size();
     sndPlaySoundA(path, SND_ASYNC);
     QCOMPARE(player.lastRequested(), path);
     QTRY_COMPARE_WITH_TIMEOUT(started.count(), 1, 10000);
-    QCOMPARE(started.at(0).at(0).toString(), expectDefault ? WavePlayer::defaultSound() : theme(file));
+    QCOMPARE(started.at(0).at(0).toString(), expectDefault ? WavePlayer::defaultSound() : t.path("Sound.WAV"));
+    if (channels == 0)
+        return;
+    // Until the server has played all of it: a fifth of a second, and its start-up.
+    QTRY_VERIFY_WITH_TIMEOUT(m_recorded.size() >= from + CaptureRate * 4, 10000);
+    for (int c = 0; c < 2; ++c) {
+        const double expected = Levels[channels == 1 ? 0 : c];
+        QVERIFY2(std::abs(heard(from, c) - expected) < 0.03,
+                 qPrintable(QStringLiteral("channel %1 heard at %2, not %3").arg(c).arg(heard(from, c)).arg(expected)));
+    }
 }
 
 void TestSounds::newSoundCutsOffTheOld()
@@ -60,8 +232,8 @@ void TestSounds::newSoundCutsOffTheOld()
     QTRY_COMPARE_WITH_TIMEOUT(started.count(), 2, 10000);
     QCOMPARE(started.at(1).at(0).toString(), theme("CloseWIN.WAV"));
     QCOMPARE(player.lastPlaying(), theme("CloseWIN.WAV"));
-    // Only one sound at a time: the first one's effect is gone.
-    QTRY_COMPARE(player.findChildren<QSoundEffect*>().size(), 1);
+    // Only one sound at a time: the first one's output is gone.
+    QTRY_COMPARE(player.findChildren<QAudioSink*>().size(), 1);
 }
 
 void TestSounds::noDefaultWhenAskedNot()
