@@ -6,12 +6,14 @@
 #include <QAudioFormat>
 #include <QAudioSink>
 #include <QFile>
+#include <QCoreApplication>
 
 #include <algorithm>
 #include <cstring>
 #include <functional>
 #include <memory>
 #include <optional>
+#include <utility>
 #include <vector>
 
 namespace platform {
@@ -55,7 +57,7 @@ public:
     {
         const auto& layout = m_wave.layout;
         const qint64 blockBytes = qint64(layout.format.outBlockSamples() * sizeof(std::int16_t));
-        return qint64(m_pending.size() - m_pendingAt) + qint64(layout.blocks - m_nextBlock) * blockBytes +
+        return pendingBytes() + qint64(layout.blocks - m_nextBlock) * blockBytes +
                QIODevice::bytesAvailable();
     }
 
@@ -65,9 +67,9 @@ protected:
         if (m_firstRead)
             std::exchange(m_firstRead, nullptr)();
         qint64 copied = 0;
-        while (copied < maxSize && (m_pendingAt < m_pending.size() || decodeMore(maxSize - copied))) {
-            const auto n = std::min<qint64>(maxSize - copied, qint64(m_pending.size() - m_pendingAt));
-            std::memcpy(data + copied, m_pending.data() + m_pendingAt, size_t(n));
+        while (copied < maxSize && (pendingBytes() > 0 || decodeMore(maxSize - copied))) {
+            const auto n = std::min(maxSize - copied, pendingBytes());
+            std::memcpy(data + copied, reinterpret_cast<const char*>(m_pending.data()) + m_pendingAt, size_t(n));
             m_pendingAt += size_t(n);
             copied += n;
         }
@@ -76,6 +78,8 @@ protected:
     qint64 writeData(const char*, qint64) override { return -1; }
 
 private:
+    qint64 pendingBytes() const { return qint64(m_pending.size() * sizeof(std::int16_t) - m_pendingAt); }
+
     bool decodeMore(qint64 wanted)
     {
         const auto& layout = m_wave.layout;
@@ -92,12 +96,11 @@ private:
         const qint64 got = file.seek(qint64(layout.dataOffset + m_nextBlock * format.blockBytes))
                                ? file.read(reinterpret_cast<char*>(m_in.data()), qint64(m_in.size()))
                                : -1;
-        std::vector<std::int16_t> samples(size_t(blocks) * format.outBlockSamples());
-        const size_t decoded = wave::decodeBlocks(format, {m_in.data(), size_t(std::max<qint64>(got, 0))}, samples);
+        m_pending.resize(size_t(blocks) * format.outBlockSamples());
+        const size_t decoded = wave::decodeBlocks(format, {m_in.data(), size_t(std::max<qint64>(got, 0))}, m_pending);
         // A file cut short while it plays ends the sound where it ends.
         m_nextBlock = decoded == size_t(blocks) ? m_nextBlock + decoded : layout.blocks;
-        m_pending.resize(decoded * format.outBlockSamples() * sizeof(std::int16_t));
-        std::memcpy(m_pending.data(), samples.data(), m_pending.size());
+        m_pending.resize(decoded * format.outBlockSamples());
         m_pendingAt = 0;
         return !m_pending.empty();
     }
@@ -107,24 +110,29 @@ private:
     std::function<void()> m_firstRead;
     std::uint64_t m_nextBlock = 0;
     std::vector<std::uint8_t> m_in;
-    std::vector<char> m_pending;
-    size_t m_pendingAt = 0;
+    std::vector<std::int16_t> m_pending; // decoded, not yet read
+    size_t m_pendingAt = 0;             // in bytes
 };
 
 } // namespace
-
-bool isPlayableWave(const QString& path)
-{
-    return openWave(path).has_value();
-}
 
 WavePlayer::WavePlayer() = default;
 
 WavePlayer::~WavePlayer()
 {
-    // Closing a sink may process events: no report of a sound may reach a player half gone.
+    // A sink processes events as it closes: only a stopped sink ignores its own pending calls
+    // for more samples, one left to be deleted later would be deleted twice, and no report of a
+    // sound may reach a player half gone.
     ++m_sound;
-    qDeleteAll(findChildren<QAudioSink*>(Qt::FindDirectChildrenOnly));
+    m_sink = nullptr;
+    for (auto sinks = findChildren<QAudioSink*>(Qt::FindDirectChildrenOnly); !sinks.isEmpty();
+         sinks = findChildren<QAudioSink*>(Qt::FindDirectChildrenOnly)) {
+        for (QAudioSink* sink : sinks) {
+            sink->stop();
+            QCoreApplication::removePostedEvents(sink, QEvent::DeferredDelete);
+        }
+        qDeleteAll(sinks);
+    }
 }
 
 QString WavePlayer::defaultSound()

@@ -40,7 +40,4 @@ private:
     quint64 m_sound = 0; // counts the sounds, so that a late report of an old one is ignored
 };
 
-// A wave file the player can play: one whose samples it finds and knows how to decode.
-bool isPlayableWave(const QString& path);
-
 } // namespace platform

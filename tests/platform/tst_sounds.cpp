@@ -15,7 +15,9 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
+#include <functional>
 #include <limits>
+#include <memory>
 #include <utility>
 #include <vector>
 
@@ -125,6 +127,7 @@ private Q_SLOTS:
     void played();
     void newSoundCutsOffTheOld();
     void noDefaultWhenAskedNot();
+    void goneWhilePlaying();
 
 private:
     static QString theme(const QString& file) { return QStringLiteral(GLIDEPATH_SOURCE_DIR "/themes/Default/") + file; }
@@ -260,6 +263,31 @@ void TestSounds::noDefaultWhenAskedNot()
     QTest::qWait(500);
     QCOMPARE(started.count(), 0);
     QCOMPARE(player.lastPlaying(), QString());
+}
+
+void TestSounds::goneWhilePlaying()
+{
+    // Players that go away as their sound starts, while its output fills the server's buffer;
+    // the second one's first sound was cut off by an event handler, and the output it left to
+    // delete later is still there.
+    struct Handler : QObject {
+        std::function<void()> run;
+        bool event(QEvent*) override { return run(), true; }
+    };
+    TestRuntime t;
+    t.write("Long.WAV", wave(1, 16, 2, 44100, {.seconds = 3}));
+    for (int sounds = 1; sounds <= 2; ++sounds) {
+        auto player = std::make_unique<WavePlayer>();
+        QSignalSpy started(player.get(), &WavePlayer::started);
+        player->play(t.path("Long.WAV"));
+        while (started.isEmpty())
+            QCoreApplication::processEvents();
+        Handler handler;
+        handler.run = [&] { player->play(t.path("Long.WAV")); };
+        QEvent click(QEvent::User);
+        if (sounds == 2)
+            QCoreApplication::sendEvent(&handler, &click);
+    }
 }
 
 QTEST_MAIN(TestSounds)
