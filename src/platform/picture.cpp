@@ -10,6 +10,7 @@
 #include <QImageReader>
 
 #include <cstdlib>
+#include <limits>
 #include <vector>
 
 namespace platform {
@@ -23,8 +24,8 @@ quint32 little(const QByteArray& bytes, int at, int size)
     return value;
 }
 
-// A bitmap file whose pixels end before their rows do: the image reader fills the missing rows
-// in silently, where a picture cut short must not load at all.
+} // namespace
+
 bool truncatedBitmap(const QByteArray& file)
 {
     const QByteArray head = file.left(34);
@@ -38,8 +39,13 @@ bool truncatedBitmap(const QByteArray& file)
     if (compression != 0 && compression != 3)
         return false; // run-length rows have no fixed size
     const qint64 row = (bits * std::abs(width) + 31) / 32 * 4;
-    return file.size() < qint64(offset) + row * std::abs(height);
+    const qint64 rows = std::abs(height);
+    if (rows != 0 && row > (std::numeric_limits<qint64>::max() - offset) / rows)
+        return true; // more pixels than any file holds
+    return file.size() < qint64(offset) + row * rows;
 }
+
+namespace {
 
 // Every window shows the theme's Main.BMP: loads of the same bytes share one decoded picture
 // instead of a copy each. Known by their digest, so a file rewritten in place is read afresh.

@@ -10,4 +10,8 @@ namespace platform {
 // (481); the empty path gives the empty picture.
 QPixmap LoadPicture(const QString& path);
 
+// A bitmap file whose pixels end before their rows do: the image reader fills the missing rows
+// in silently, where a picture cut short must not load at all.
+bool truncatedBitmap(const QByteArray& file);
+
 } // namespace platform

@@ -1,12 +1,12 @@
 #pragma once
 // Wave sounds played asynchronously on the desktop's sound server: play() returns at once, a
-// new sound cuts off the one playing, and a file that is missing or no wave plays the
-// platform's default sound instead (unless told not to). Decoding happens off the UI thread.
+// new sound cuts off the one playing, and a file that is missing or that nothing here decodes
+// plays the platform's default sound instead (unless told not to).
 
 #include <QObject>
 #include <QString>
 
-class QSoundEffect;
+class QAudioSink;
 
 namespace platform {
 
@@ -32,16 +32,12 @@ Q_SIGNALS:
     void started(const QString& file);
 
 private:
-    void start(const QString& file);
-    void handleStatus();
+    bool start(const QString& file);
 
-    QSoundEffect* m_effect = nullptr; // child of this player
+    QAudioSink* m_sink = nullptr; // child of this player
     QString m_requested;
     QString m_playing;
-    bool m_fallBack = true;
+    quint64 m_sound = 0; // counts the sounds, so that a late report of an old one is ignored
 };
-
-// A wave file the sound server can play: a RIFF WAVE file with PCM samples.
-bool isPlayableWave(const QString& path);
 
 } // namespace platform
