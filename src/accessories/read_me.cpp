@@ -21,8 +21,6 @@ ReadMeFRM::ReadMeFRM() : Form("ReadMeFRM", kClientWidth, kClientHeight)
     setCaption(QStringLiteral("Read Me "));
     UseWindowFont({&Data});
     Data.setBackColor(kLightGrey);
-    // A viewer: what is typed here would be lost, as nothing saves it.
-    Data.setLocked(true);
     static_cast<QPlainTextEdit*>(Data.widget())->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
 }
 

@@ -351,14 +351,27 @@ QListWidget* ListBox::list() const { return static_cast<QListWidget*>(widget());
 void ListBox::AddItem(const QString& item) { list()->addItem(item); }
 void ListBox::Clear() { list()->clear(); }
 int ListBox::ListCount() const { return list()->count(); }
-int ListBox::ListIndex() const { return list()->currentRow(); }
-void ListBox::setListIndex(int index) { list()->setCurrentRow(index); }
+// The selected entry. Qt's current item alone selects nothing: the list gives one to itself
+// when it takes the focus and moves it beside an entry removed, where the classic list box
+// leaves no entry selected.
+int ListBox::ListIndex() const
+{
+    const QList<QListWidgetItem*> selected = list()->selectedItems();
+    return selected.isEmpty() ? -1 : list()->row(selected.first());
+}
+
+void ListBox::setListIndex(int index)
+{
+    list()->clearSelection();
+    list()->setCurrentRow(index);
+}
 
 void ListBox::RemoveItem(int index)
 {
     if (index < 0 || index >= list()->count())
         raiseError(ErrInvalidProcedureCall);
     delete list()->takeItem(index);
+    list()->clearSelection();
 }
 
 QString ListBox::List(int index) const

@@ -1,7 +1,7 @@
 // The small accessories on the real windows with the real keyboard and mouse: the note pad's
 // whole note written on every keystroke and one CR LF longer on every opening; the doodle pad's
-// segments, options and Clear; the MP3 player through the sound server; the about box's
-// pictures; the readme in full or its stand-in; the hidden page giving way to its picture.
+// segments, options and Clear; the MP3 player's questions and transport; the readme in full or
+// its stand-in; the hidden page giving way to its picture.
 
 #include "accessories/about.h"
 #include "accessories/doodle.h"
@@ -27,13 +27,7 @@ namespace {
 
 constexpr int kTwips = 15; // per pixel on the test screen
 
-// The ends of a doodle segment, in pixels.
-QLine ends(const platform::Line& l)
-{
-    return QLine(l.X1() / kTwips, l.Y1() / kTwips, l.X2() / kTwips, l.Y2() / kTwips);
-}
-
-// Two MP3 files in a folder of their own, and the player opened on the first.
+// Two MP3 files in a folder of their own.
 struct Tunes {
     Tunes()
     {
@@ -60,32 +54,25 @@ private Q_SLOTS:
     void doodleYBeyondSixteenBitsOverflows();
     void mp3Questions();
     void mp3Transport();
-    void mp3MiniMeAndExitMe();
-    void aboutPictures();
     void readme_data();
     void readme();
-    void hiddenPagePlaysTheIntroMusicAgain();
-    void hiddenPagePanelGivesWayAfterFifteenSeconds();
+    void aboutAndHiddenPage();
 };
 
 void TestAccessories::notesGrowByOneLineBreakPerOpening_data()
 {
     QTest::addColumn<QByteArray>("initial"); // null: no file
     QTest::addColumn<QByteArray>("first");
-    QTest::addColumn<QByteArray>("second");
-    QTest::newRow("three letters") << QByteArray("abc") << QByteArray("abc\r\n") << QByteArray("abc\r\n\r\n");
-    QTest::newRow("as the pad writes them") << QByteArray("abc\r\n") << QByteArray("abc\r\n\r\n") << QByteArray("abc\r\n\r\n\r\n");
-    QTest::newRow("two lines") << QByteArray("one\r\ntwo") << QByteArray("one\r\ntwo\r\n") << QByteArray("one\r\ntwo\r\n\r\n");
-    QTest::newRow("8-bit text") << QByteArray("caf\xe9 \x80") << QByteArray("caf\xe9 \x80\r\n") << QByteArray("caf\xe9 \x80\r\n\r\n");
-    QTest::newRow("empty file") << QByteArray("") << QByteArray("\r\n") << QByteArray("\r\n\r\n");
-    QTest::newRow("no file") << QByteArray() << QByteArray("\r\n") << QByteArray("\r\n\r\n");
+    QTest::newRow("three letters") << QByteArray("abc") << QByteArray("abc\r\n");
+    QTest::newRow("as the pad writes them") << QByteArray("one\r\ntwo\r\n") << QByteArray("one\r\ntwo\r\n\r\n");
+    QTest::newRow("8-bit text") << QByteArray("caf\xe9 \x80") << QByteArray("caf\xe9 \x80\r\n");
+    QTest::newRow("no file") << QByteArray() << QByteArray("\r\n");
 }
 
 void TestAccessories::notesGrowByOneLineBreakPerOpening()
 {
     QFETCH(QByteArray, initial);
     QFETCH(QByteArray, first);
-    QFETCH(QByteArray, second);
     Program p;
     if (!initial.isNull())
         p.write("Notes.TXT", initial);
@@ -95,7 +82,7 @@ void TestAccessories::notesGrowByOneLineBreakPerOpening()
     Unload(*pad);
     QCOMPARE(p.read("Notes.TXT"), first); // nothing is saved on closing
     QVERIFY(p.open<NotePadFRM>());
-    QCOMPARE(p.read("Notes.TXT"), second);
+    QCOMPARE(p.read("Notes.TXT"), first + "\r\n");
     QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
@@ -107,12 +94,9 @@ void TestAccessories::notesSavedAtEveryKey_data()
     QTest::addColumn<QString>("note");
     // The caret stands at the start of the note, as after the text is set.
     QTest::newRow("typed before the note") << QByteArray("end\r\n") << QStringList{"Hi "} << "Hi end\r\n";
-    QTest::newRow("lines") << QByteArray() << QStringList{"one", "<Return>", "two"} << "one\r\ntwo";
+    QTest::newRow("lines") << QByteArray() << QStringList{"one", "<Return>", "<Return>", "two"} << "one\r\n\r\ntwo";
     QTest::newRow("backspaces") << QByteArray() << QStringList{"abc", "<Backspace>", "<Backspace>"} << "a";
     QTest::newRow("undo") << QByteArray() << QStringList{"abc", "<Return>", "def", "^z"} << "abc\r\n";
-    QTest::newRow("all replaced") << QByteArray() << QStringList{"abc", "<Return>", "def", "^a", "x"} << "x";
-    QTest::newRow("home and end") << QByteArray() << QStringList{"abc", "<Home>", "X", "<End>", "Y"} << "XabcY";
-    QTest::newRow("empty lines") << QByteArray() << QStringList{"ab", "<Return>", "<Return>", "<Return>", "<Backspace>"} << "ab\r\n\r\n";
     QTest::newRow("joined lines") << QByteArray() << QStringList{"ab", "<Return>", "cd", "<Home>", "<Backspace>"} << "abcd";
     QTest::newRow("emptied: a line break") << QByteArray("some words\r\nand more") << QStringList{"^a", "<Delete>"} << "";
 }
@@ -128,24 +112,18 @@ void TestAccessories::notesSavedAtEveryKey()
     auto* pad = p.open<NotePadFRM>();
     QVERIFY(pad);
     const QMap<QString, Qt::Key> named{{"<Return>", Qt::Key_Return}, {"<Backspace>", Qt::Key_Backspace},
-                                       {"<Home>", Qt::Key_Home}, {"<End>", Qt::Key_End}, {"<Delete>", Qt::Key_Delete}};
+                                       {"<Home>", Qt::Key_Home}, {"<Delete>", Qt::Key_Delete}};
     // After every key the file holds the whole note as shown, its line breaks CR LF, and a CR LF.
-    auto saved = [&] { return p.read("Notes.TXT") == encodeAnsi(pad->Data.Text()) + "\r\n"; };
     for (const QString& k : keys) {
-        if (named.contains(k)) {
+        if (named.contains(k))
             input::key(pad->Data, named[k]);
-            QVERIFY2(saved(), qPrintable(k));
-        } else if (k.startsWith('^')) {
+        else if (k.startsWith('^'))
             input::key(pad->Data, Qt::Key(Qt::Key_A + (k[1].unicode() - 'a')), Qt::ControlModifier);
-        } else {
-            for (const QChar c : k) {
-                input::type(pad->Data, QString(c));
-                QVERIFY2(saved(), qPrintable(k));
-            }
-        }
+        else
+            input::type(pad->Data, k);
+        QCOMPARE(p.read("Notes.TXT"), encodeAnsi(pad->Data.Text()) + "\r\n");
     }
     QCOMPARE(pad->Data.Text(), note);
-    QCOMPARE(p.read("Notes.TXT"), encodeAnsi(note) + "\r\n");
 }
 
 void TestAccessories::doodleGestures_data()
@@ -154,12 +132,9 @@ void TestAccessories::doodleGestures_data()
     // "d x y" double-click, in pixels.
     QTest::addColumn<QStringList>("steps");
     QTest::addColumn<QList<QLine>>("segments");
-    QTest::newRow("a stroke") << QStringList{"p 100 100", "m 110 105", "m 130 120", "r 130 120"}
+    QTest::newRow("a stroke") << QStringList{"p 100 100", "m 110 105", "m 130 120", "r 130 120", "m 200 200"}
                               << QList<QLine>{{100, 100, 110, 105}, {110, 105, 130, 120}};
     QTest::newRow("a click draws nothing") << QStringList{"p 50 60", "r 50 60"} << QList<QLine>{};
-    QTest::newRow("moving without a button draws nothing") << QStringList{"m 10 10", "m 40 40"} << QList<QLine>{};
-    QTest::newRow("two strokes") << QStringList{"p 10 10", "m 20 20", "r 20 20", "m 200 200", "p 300 300", "m 310 300", "r 310 300"}
-                                 << QList<QLine>{{10, 10, 20, 20}, {300, 300, 310, 300}};
     QTest::newRow("the right button draws too") << QStringList{"P 40 40", "m 45 50", "R 45 50"} << QList<QLine>{{40, 40, 45, 50}};
     QTest::newRow("a double-click draws nothing") << QStringList{"d 400 300", "m 420 300"} << QList<QLine>{};
 }
@@ -175,24 +150,21 @@ void TestAccessories::doodleGestures()
         const QStringList s = step.split(' ');
         const QPoint at(s[1].toInt(), s[2].toInt());
         const Qt::MouseButton button = s[0].at(0).isUpper() ? Qt::RightButton : Qt::LeftButton;
-        const QChar kind = s[0].at(0).toLower();
-        if (kind == 'p')
-            input::press(*pad, at, button);
-        else if (kind == 'm')
-            input::move(*pad, at);
-        else if (kind == 'r')
-            input::release(*pad, at, button);
-        else
-            input::doubleClick(*pad, at);
+        switch (s[0].at(0).toLower().unicode()) {
+        case 'p': input::press(*pad, at, button); break;
+        case 'm': input::move(*pad, at); break;
+        case 'r': input::release(*pad, at, button); break;
+        default: input::doubleClick(*pad, at);
+        }
     }
     QList<QLine> drawn;
     for (int i = 1; i <= pad->Line1.UBound(); ++i) {
-        QVERIFY(pad->Line1(i).Visible());
-        drawn << ends(pad->Line1(i));
+        const platform::Line& l = pad->Line1(i);
+        QVERIFY(l.Visible());
+        drawn << QLine(l.X1() / kTwips, l.Y1() / kTwips, l.X2() / kTwips, l.Y2() / kTwips);
     }
     QCOMPARE(drawn, segments);
     QVERIFY(!pad->Line1(0).Visible()); // the template
-    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
 void TestAccessories::doodleOptionsPanelAndClear()
@@ -206,7 +178,6 @@ void TestAccessories::doodleOptionsPanelAndClear()
     input::release(*pad, {160, 280});
     // The panel by a double-click; the red slider and the pen size pushed to their ends with the
     // keyboard, and five clicks on the blue slider's right arrow, one step each.
-    QCOMPARE(pad->TFrame.Top(), 99999);
     input::doubleClick(*pad, {500, 350});
     QCOMPARE(pad->TFrame.Top(), 240);
     input::key(pad->RedSLD, Qt::Key_End);
@@ -215,23 +186,19 @@ void TestAccessories::doodleOptionsPanelAndClear()
         input::click(pad->BlueSLD, Qt::LeftButton, QPoint(pad->BlueSLD.widget()->width() - 4, pad->BlueSLD.widget()->height() / 2));
     const OleColor mixed = RGB(255, 0, 5);
     QTRY_COMPARE(pad->Line1(0).BorderColor(), mixed); // applied by the timer
-    QCOMPARE(pad->Preview.BackColor(), mixed);
-    QCOMPARE(std::pair(pad->Line1(0).BorderWidth(), pad->Data(4).Caption()), std::pair(50, QStringLiteral("50")));
-    // A stroke from below the panel across it, ending right of it: the segments drawn now are
-    // wide and red, the first keeps what it was drawn with, and the panel stands above them all.
+    QCOMPARE(std::tuple(pad->Preview.BackColor(), pad->Line1(0).BorderWidth(), pad->Data(4).Caption()),
+             std::tuple(mixed, 50, QStringLiteral("50")));
+    // A stroke from below the panel across it, ending right of it: wide and red where the first
+    // keeps what it was drawn with, and the panel stands above it.
     input::press(*pad, {100, 330});
     input::move(*pad, {100, 120});
     input::move(*pad, {450, 120});
     input::release(*pad, {450, 120});
     QCOMPARE(std::pair(pad->Line1(3).BorderColor(), pad->Line1(3).BorderWidth()), std::pair(mixed, 50));
     QCOMPARE(std::pair(pad->Line1(1).BorderColor(), pad->Line1(1).BorderWidth()), std::pair(vbBlack, 1));
-    const QImage& drawn = pad->graphicsLayer().picture();
-    QCOMPARE(drawn.pixelColor(130, 265).rgb(), QColor(Qt::black).rgb());
-    QCOMPARE(drawn.pixelColor(130, 265 + 5).alpha(), 0);
     QImage shot;
-    QTRY_COMPARE((shot = pad->widget()->grab().toImage()).pixelColor(100 + 20, 300).rgb(), QColor(255, 0, 5).rgb());
-    QVERIFY(shot.pixelColor(250, 120).rgb() != QColor(255, 0, 5).rgb()); // the panel's face hides the drawing
-    QCOMPARE(shot.pixelColor(440, 120).rgb(), QColor(255, 0, 5).rgb()); // right of it, it shows
+    QTRY_COMPARE((shot = pad->widget()->grab().toImage()).pixelColor(440, 120).rgb(), QColor(255, 0, 5).rgb());
+    QVERIFY(shot.pixelColor(250, 120).rgb() != QColor(255, 0, 5).rgb()); // the panel's face hides it
     // A press on the panel belongs to the panel: no drawing starts.
     input::press(*pad, {200, 30});
     input::move(*pad, {550, 300});
@@ -250,8 +217,8 @@ void TestAccessories::doodleOptionsPanelAndClear()
     QCOMPARE(p.log, (QStringList{"Click.WAV", "Click.WAV", "CloseWIN.WAV", "OpenWIN.WAV"}));
     DoodleFRM& fresh = form<DoodleFRM>();
     QVERIFY(&fresh != pad && fresh.Visible());
-    QCOMPARE(std::pair(fresh.Line1.Count(), fresh.TFrame.Top()), std::pair(1, 99999));
-    QCOMPARE(std::pair(fresh.RedSLD.Value(), fresh.PenSize.Value()), std::pair(0, 1));
+    QCOMPARE(std::tuple(fresh.Line1.Count(), fresh.TFrame.Top(), fresh.RedSLD.Value(), fresh.PenSize.Value()),
+             std::tuple(1, 99999, 0, 1));
     QTRY_COMPARE(fresh.Data(4).Caption(), QStringLiteral("1"));
     QCOMPARE(fresh.Line1(0).BorderColor(), vbBlack);
     QCOMPARE(p.untrappedErrors, QList<int>{});
@@ -260,8 +227,7 @@ void TestAccessories::doodleOptionsPanelAndClear()
 void TestAccessories::doodleYBeyondSixteenBitsOverflows()
 {
     // The previous y is a 16-bit integer of twips: a press lower than 32,767 twips (2,184 pixels)
-    // on a tall window ends the program with "Overflow". The press goes to the window whatever
-    // part of it the screen shows.
+    // on a tall window ends the program with "Overflow", whatever part of it the screen shows.
     Program p;
     auto* pad = p.open<DoodleFRM>();
     QVERIFY(pad);
@@ -283,28 +249,32 @@ void TestAccessories::mp3Questions()
     auto* player = again.open<MP3PlayerFRM>();
     QVERIFY(player);
     QTRY_VERIFY_WITH_TIMEOUT(player->Player.isPlaying(), 10000);
-    // OpenMore: two clicks, then the question afresh, with its own filter, in the fixed folder
-    // again (not the folder of the file chosen before) and with no name from before; the window
-    // stays in view (the dialog's default property reads false) and plays the new tune.
+    // OpenMore: two clicks, then the question afresh with its own filter, in the fixed folder
+    // and with no name from before; the window stays in view and plays the new tune.
     answer = tunes.second();
     again.log.clear();
     input::click(player->OpenMore);
     QCOMPARE(again.log, (QStringList{"Click.WAV", "Click.WAV", "open file"}));
-    for (const FileDialogRequest& asked : {p.dialogs->fileRequests.value(0), again.dialogs->fileRequests.value(1)}) {
-        QVERIFY(!asked.save);
-        QCOMPARE(asked.flags, int(cdlOFNHideReadOnly)); // a name typed need not exist
-        QCOMPARE(asked.initDir, MP3PlayerFRM::DesktopFolder());
-        QCOMPARE(asked.fileName, QString());
-    }
+    for (const FileDialogRequest& asked : {p.dialogs->fileRequests.value(0), again.dialogs->fileRequests.value(1)})
+        QCOMPARE(std::tuple(asked.save, asked.flags, asked.initDir, asked.fileName),
+                 std::tuple(false, int(cdlOFNHideReadOnly), MP3PlayerFRM::DesktopFolder(), QString()));
     QCOMPARE(p.dialogs->fileRequests.value(0).filter, QStringLiteral("MP3 Files (*.MP3)|*.MP3"));
     QCOMPARE(again.dialogs->fileRequests.value(1).filter, QStringLiteral("MP3 Files|*.MP3"));
-    QVERIFY(player->Visible());
     QTRY_VERIFY(player->Player.displayText().startsWith(QStringLiteral("second.MP3\nPlaying\n")));
     // Cancelled: the tune stopped before the question stays stopped, the window stays open.
     answer.clear();
     input::click(player->OpenMore);
     QTRY_VERIFY(!player->Player.isPlaying());
     QVERIFY(player->Visible());
+    // The minimise button, with a click; the exit button closes it once, playback and all.
+    again.log.clear();
+    input::click(player->MiniMe);
+    QCOMPARE(player->WindowState(), int(vbMinimized));
+    player->setWindowState(vbNormal);
+    QPointer<QObject> gone(player->widget());
+    input::click(player->ExitMe);
+    QCOMPARE(again.log, (QStringList{"Click.WAV", "CloseWIN.WAV"}));
+    QTRY_VERIFY(gone.isNull());
     QCOMPARE(again.untrappedErrors, QList<int>{});
 }
 
@@ -316,9 +286,15 @@ void TestAccessories::mp3Transport()
     auto* player = p.open<MP3PlayerFRM>();
     QVERIFY(player);
     MediaPlayer& m = player->Player;
+    // The open-folder button: "1" in Wingdings, shown as its yellow folder.
+    const QImage face = player->OpenMore.widget()->grab().toImage();
+    int folder = 0;
+    for (int y = 0; y < face.height(); ++y)
+        for (int x = 0; x < face.width(); ++x)
+            folder += face.pixelColor(x, y).red() > 200 && face.pixelColor(x, y).blue() < 140;
+    QVERIFY2(folder > 20, "no open folder on the button");
     // No play command: the file starts by itself.
-    QTRY_VERIFY_WITH_TIMEOUT(m.isPlaying(), 10000);
-    QTRY_VERIFY(m.Duration() > 0);
+    QTRY_VERIFY_WITH_TIMEOUT(m.isPlaying() && m.Duration() > 0, 10000);
     QVERIFY(m.displayText().startsWith(QStringLiteral("first.mp3\nPlaying\n0:0")));
     QVERIFY(m.displayText().endsWith(QStringLiteral(" / 0:0") + QString::number(m.Duration() / 1000)));
     auto clickPart = [&](MediaPlayer::Part part, double along = 0.5) {
@@ -326,61 +302,18 @@ void TestAccessories::mp3Transport()
         input::click(m, Qt::LeftButton, QPoint(r.left() + int(r.width() * along), r.center().y()));
     };
     clickPart(MediaPlayer::Part::PlayPause); // pause
-    QTRY_COMPARE(m.player()->playbackState(), QMediaPlayer::PausedState);
-    QVERIFY(m.displayText().contains(QStringLiteral("\nPaused\n")));
+    QTRY_VERIFY(m.displayText().contains(QStringLiteral("\nPaused\n")));
     const qint64 paused = m.Position();
     clickPart(MediaPlayer::Part::Position, 0.95); // a click far along the slider moves on
     QTRY_VERIFY(m.Position() > paused);
     clickPart(MediaPlayer::Part::PlayPause); // play again
     QTRY_VERIFY(m.isPlaying());
     clickPart(MediaPlayer::Part::Stop);
-    QTRY_COMPARE(m.player()->playbackState(), QMediaPlayer::StoppedState);
-    QVERIFY(m.displayText().contains(QStringLiteral("\nStopped\n")));
-    QTRY_COMPARE(m.Position(), qint64(0));
+    QTRY_VERIFY(m.displayText().contains(QStringLiteral("\nStopped\n")) && m.Position() == 0);
     // The volume: a click low on its slider turns it down, for the sound server's stream too.
-    QCOMPARE(m.Volume(), 100);
     clickPart(MediaPlayer::Part::Volume, 0.02);
     QVERIFY(m.Volume() < 100);
     QCOMPARE(qRound(m.player()->audioOutput()->volume() * 100), m.Volume());
-}
-
-void TestAccessories::mp3MiniMeAndExitMe()
-{
-    Program p;
-    Tunes tunes;
-    p.dialogs->fileAnswer = [&](const FileDialogRequest&) { return tunes.first(); };
-    auto* player = p.open<MP3PlayerFRM>();
-    QVERIFY(player);
-    // The open-folder button: "1" in Wingdings, shown as its picture.
-    QCOMPARE(player->OpenMore.Caption(), QStringLiteral("1"));
-    const QImage face = player->OpenMore.widget()->grab().toImage();
-    bool folder = false;
-    for (int y = 0; y < face.height() && !folder; ++y)
-        for (int x = 0; x < face.width() && !folder; ++x)
-            folder = face.pixelColor(x, y).red() > 200 && face.pixelColor(x, y).blue() < 140;
-    QVERIFY2(folder, "no open folder on the button");
-
-    p.log.clear();
-    input::click(player->MiniMe);
-    QCOMPARE(player->WindowState(), int(vbMinimized));
-    QCOMPARE(p.log, QStringList{"Click.WAV"});
-    player->setWindowState(vbNormal);
-    player->Show();
-    QVERIFY(QTest::qWaitForWindowExposed(player->widget()));
-    p.log.clear();
-    QPointer<QObject> gone(player->widget());
-    input::click(player->ExitMe);
-    QCOMPARE(p.log, QStringList{"CloseWIN.WAV"}); // once: the second unload it asks for does nothing
-    QVERIFY(!p.runtime().forms().isLoaded<MP3PlayerFRM>());
-    QTRY_VERIFY(gone.isNull()); // and the playback ends with it
-}
-
-void TestAccessories::aboutPictures()
-{
-    Program p;
-    auto* about = p.open<AboutFRM>();
-    QVERIFY(about);
-    QCOMPARE(about->Image.Picture().size(), QSize(122, 131)); // stored with the window
 }
 
 void TestAccessories::readme_data()
@@ -404,61 +337,53 @@ void TestAccessories::readme()
         p.write("readme.TXT", file);
     auto* readme = p.open<ReadMeFRM>();
     QVERIFY(readme);
-    if (!message) {
-        QCOMPARE(p.dialogs->messageBoxes, QStringList{});
-        QCOMPARE(readme->Data.Text(), decodeAnsi(file)); // in full, every byte
-        return;
-    }
+    const QString text = message ? QStringLiteral("Glide Path - By: Marlo. Enjoy.") : decodeAnsi(file);
+    QCOMPARE(readme->Data.Text(), text); // in full, every byte
     QCOMPARE(p.dialogs->messageBoxes,
-             QStringList{"Sorry, The Readme File (In The Same Directory As Glidepath.exe, Named ''readme.txt'') Cannot be Found."});
-    QCOMPARE(p.dialogs->messageBoxStyles, QList<int>{vbOKOnly});
-    QCOMPARE(p.dialogs->messageBoxTitles, QStringList{"Glidepath"}); // the program's own title
-    QCOMPARE(readme->Data.Text(), QStringLiteral("Glide Path - By: Marlo. Enjoy."));
+             message ? QStringList{"Sorry, The Readme File (In The Same Directory As Glidepath.exe, Named ''readme.txt'') Cannot be Found."}
+                     : QStringList{});
+    QCOMPARE(p.dialogs->messageBoxTitles, message ? QStringList{"Glidepath"} : QStringList{}); // the program's own title
+    // An ordinary text box: what is typed shows, and nothing is saved.
+    input::type(readme->Data, QStringLiteral("typed "));
+    QCOMPARE(QString(readme->Data.Text()).remove('\r'), QString("typed " + text).remove('\r'));
+    QCOMPARE(p.read("readme.TXT"), file);
     QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
-void TestAccessories::hiddenPagePlaysTheIntroMusicAgain()
+void TestAccessories::aboutAndHiddenPage()
 {
     Program p;
-    QVERIFY(!p.runtime().forms().isLoaded<IntroFRM>());
+    auto* about = p.open<AboutFRM>();
+    QVERIFY(about);
+    QCOMPARE(about->Image.Picture().size(), QSize(122, 131)); // stored with the window
+    // The hidden page: the intro window is made for it, hidden, and its player plays the
+    // theme's music, on after the page closes.
     auto* page = p.open<SecretPlace>();
     QVERIFY(page);
     QVERIFY(page->widget()->windowFlags() & Qt::WindowStaysOnTopHint);
-    // The intro window is made for it, hidden, and its player plays the theme's music, on after
-    // the page closes.
-    IntroFRM& intro = form<IntroFRM>();
-    QVERIFY(!intro.Visible());
-    QCOMPARE(intro.Player.FileName(), kThemes + "/Default/Intro.MP3");
-    QVERIFY(intro.Player.AutoStart());
-    QTRY_VERIFY_WITH_TIMEOUT(intro.Player.isPlaying(), 10000);
+    QCOMPARE(form<IntroFRM>().Player.FileName(), kThemes + "/Default/Intro.MP3");
+    QTRY_VERIFY_WITH_TIMEOUT(form<IntroFRM>().Player.isPlaying(), 10000);
+    QVERIFY(!form<IntroFRM>().Visible());
     Unload(*page);
-    QVERIFY(intro.Player.isPlaying());
-    QCOMPARE(p.untrappedErrors, QList<int>{});
-}
-
-void TestAccessories::hiddenPagePanelGivesWayAfterFifteenSeconds()
-{
-    Program p;
-    auto* page = p.open<SecretPlace>();
+    QVERIFY(form<IntroFRM>().Player.isPlaying());
+    // Shown again half-way, the timer is not started afresh: it ends the panel once, fifteen
+    // seconds after the page was made (not twenty-two and a half), and stops.
+    page = p.open<SecretPlace>();
     QVERIFY(page);
     QElapsedTimer made;
     made.start();
-    QVERIFY(page->AuthorFRM.Visible());
-    QVERIFY(!page->TImage(0).Visible());
-    QVERIFY(!page->Image.Picture().isNull());
-    // Shown again half-way, the timer is not started afresh: it ends the panel once, fifteen
-    // seconds after the page was made (not twenty-two and a half), and stops.
+    QVERIFY(page->AuthorFRM.Visible() && !page->TImage(0).Visible());
     QTimer::singleShot(7500, page->widget(), [page] {
         page->Hide();
         page->Show();
     });
     QTRY_VERIFY_WITH_TIMEOUT(!page->Timer.Enabled(), 25000);
     QVERIFY2(made.elapsed() < 19000, qPrintable(QString::number(made.elapsed())));
-    QVERIFY(!page->AuthorFRM.Visible());
-    QVERIFY(page->TImage(0).Visible());
+    QVERIFY(!page->AuthorFRM.Visible() && page->TImage(0).Visible());
     // The picture covers the window.
     const QImage shot = page->widget()->grab().toImage();
     QVERIFY(shot.pixelColor(page->widget()->width() / 2, 20) != page->widget()->palette().color(QPalette::Window));
+    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
 GLIDEPATH_TEST_MAIN(TestAccessories)

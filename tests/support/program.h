@@ -25,7 +25,7 @@ public:
     struct Setup {
         QString theme = kThemes + QStringLiteral("/Default");
         QByteArray home = "about:blank\r\n";
-        QByteArray fontColour; // ForeC.INI's bytes; null: no file
+        QByteArray fontColour = {}; // ForeC.INI's bytes; null: no file
     };
     Program();
     explicit Program(const Setup& setup);
