@@ -44,10 +44,8 @@ struct Tunes {
 class TestAccessories : public QObject {
     Q_OBJECT
 private Q_SLOTS:
-    void notesGrowByOneLineBreakPerOpening_data();
-    void notesGrowByOneLineBreakPerOpening();
-    void notesSavedAtEveryKey_data();
-    void notesSavedAtEveryKey();
+    void notes_data();
+    void notes();
     void doodleGestures_data();
     void doodleGestures();
     void doodleOptionsPanelAndClear();
@@ -59,49 +57,23 @@ private Q_SLOTS:
     void aboutAndHiddenPage();
 };
 
-void TestAccessories::notesGrowByOneLineBreakPerOpening_data()
-{
-    QTest::addColumn<QByteArray>("initial"); // null: no file
-    QTest::addColumn<QByteArray>("first");
-    QTest::newRow("three letters") << QByteArray("abc") << QByteArray("abc\r\n");
-    QTest::newRow("as the pad writes them") << QByteArray("one\r\ntwo\r\n") << QByteArray("one\r\ntwo\r\n\r\n");
-    QTest::newRow("8-bit text") << QByteArray("caf\xe9 \x80") << QByteArray("caf\xe9 \x80\r\n");
-    QTest::newRow("no file") << QByteArray() << QByteArray("\r\n");
-}
-
-void TestAccessories::notesGrowByOneLineBreakPerOpening()
-{
-    QFETCH(QByteArray, initial);
-    QFETCH(QByteArray, first);
-    Program p;
-    if (!initial.isNull())
-        p.write("Notes.TXT", initial);
-    auto* pad = p.open<NotePadFRM>();
-    QVERIFY(pad);
-    QCOMPARE(p.read("Notes.TXT"), first);
-    Unload(*pad);
-    QCOMPARE(p.read("Notes.TXT"), first); // nothing is saved on closing
-    QVERIFY(p.open<NotePadFRM>());
-    QCOMPARE(p.read("Notes.TXT"), first + "\r\n");
-    QCOMPARE(p.untrappedErrors, QList<int>{});
-}
-
-void TestAccessories::notesSavedAtEveryKey_data()
+void TestAccessories::notes_data()
 {
     // Keys: text typed as it stands, "<Key>" for a named key, "^k" for Ctrl with a letter.
-    QTest::addColumn<QByteArray>("initial");
+    QTest::addColumn<QByteArray>("initial"); // null: no file
     QTest::addColumn<QStringList>("keys");
     QTest::addColumn<QString>("note");
-    // The caret stands at the start of the note, as after the text is set.
+    // Opened, the note is saved at once, one CR LF longer; the caret stands at its start.
     QTest::newRow("typed before the note") << QByteArray("end\r\n") << QStringList{"Hi "} << "Hi end\r\n";
-    QTest::newRow("lines") << QByteArray() << QStringList{"one", "<Return>", "<Return>", "two"} << "one\r\n\r\ntwo";
+    QTest::newRow("8-bit text") << QByteArray("caf\xe9 \x80") << QStringList{"x"} << QString::fromUtf8("xcafé €");
+    QTest::newRow("no file") << QByteArray() << QStringList{"one", "<Return>", "<Return>", "two"} << "one\r\n\r\ntwo";
     QTest::newRow("backspaces") << QByteArray() << QStringList{"abc", "<Backspace>", "<Backspace>"} << "a";
     QTest::newRow("undo") << QByteArray() << QStringList{"abc", "<Return>", "def", "^z"} << "abc\r\n";
     QTest::newRow("joined lines") << QByteArray() << QStringList{"ab", "<Return>", "cd", "<Home>", "<Backspace>"} << "abcd";
     QTest::newRow("emptied: a line break") << QByteArray("some words\r\nand more") << QStringList{"^a", "<Delete>"} << "";
 }
 
-void TestAccessories::notesSavedAtEveryKey()
+void TestAccessories::notes()
 {
     QFETCH(QByteArray, initial);
     QFETCH(QStringList, keys);
@@ -111,6 +83,7 @@ void TestAccessories::notesSavedAtEveryKey()
         p.write("Notes.TXT", initial);
     auto* pad = p.open<NotePadFRM>();
     QVERIFY(pad);
+    QCOMPARE(p.read("Notes.TXT"), initial + "\r\n");
     const QMap<QString, Qt::Key> named{{"<Return>", Qt::Key_Return}, {"<Backspace>", Qt::Key_Backspace},
                                        {"<Home>", Qt::Key_Home}, {"<Delete>", Qt::Key_Delete}};
     // After every key the file holds the whole note as shown, its line breaks CR LF, and a CR LF.
@@ -124,6 +97,9 @@ void TestAccessories::notesSavedAtEveryKey()
         QCOMPARE(p.read("Notes.TXT"), encodeAnsi(pad->Data.Text()) + "\r\n");
     }
     QCOMPARE(pad->Data.Text(), note);
+    Unload(*pad);
+    QCOMPARE(p.read("Notes.TXT"), encodeAnsi(note) + "\r\n"); // nothing saved on closing
+    QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 
 void TestAccessories::doodleGestures_data()
