@@ -81,10 +81,12 @@ void CalculatorEngine::equal(const std::function<void(const QString&)>& report)
             result = checked(Operand1 - Operand2);
         if (PendingOperator == QLatin1String("*"))
             result = checked(Operand1 * Operand2);
+        // Kept: a division by zero gives 0; a user sees "0" where a pocket calculator shows an error.
         if (PendingOperator == QLatin1String("/") && Operand2 != 0)
             result = checked(Operand1 / Operand2);
         display = DoubleToText(result);
         NewNumber = true;
+        // Kept: PendingOperator stays, so "=" again repeats it on the result: 2 + 3 = = shows 10, not 8.
         Operand1 = result;
     } catch (const RuntimeError& fault) {
         display = QStringLiteral("Error!!!");
@@ -137,12 +139,12 @@ void CalculatorEngine::function(int index)
             display = DoubleToText(checked(1 / valueOf(display)));
         break;
     case 2:
-        // The display's digits read as a decimal fraction: "15" is 0.15, "5" is 0.5.
+        // Kept: the digits read as a decimal fraction ("5" is 0.5): 200 * 5 % shows 100, not 10.
         display = DoubleToText(checked(valueOf(QLatin1Char('.') + display) * Operand1));
         break;
     case 3:
         if (valueOf(display) == 0) {
-            display = QStringLiteral("Error");
+            display = QStringLiteral("Error"); // kept: a user sees "Error" for the root of 0, not 0
         } else {
             const double value = valueOf(display);
             if (value < 0)

@@ -14,7 +14,8 @@ constexpr int kClientWidth = 4455;
 constexpr int kClientHeight = 2190;
 constexpr int kHideReadOnly = 4; // the dialog's flag that hides its read-only check box
 const QString kLoadFilter = QStringLiteral("MP3 Files (*.MP3)|*.MP3");
-const QString kMoreFilter = QStringLiteral("MP3 Files|*.MP3"); // shorter than at load, as designed
+// Kept: shorter than at load; changed, the dialog's file type box would read as it does at load.
+const QString kMoreFilter = QStringLiteral("MP3 Files|*.MP3");
 } // namespace
 
 MP3PlayerFRM::MP3PlayerFRM() : Form("MP3PlayerFRM", kClientWidth, kClientHeight)
@@ -95,7 +96,8 @@ void MP3PlayerFRM::ExitMe_Click()
 
 void MP3PlayerFRM::Form_Unload(int& cancel)
 {
-    // Errors: ignored statement by statement. The second unload asked for here has no effect.
+    // Errors: ignored statement by statement.
+    // Kept: a second unload asked for from within the first; it has no effect a user can see.
     (void)cancel;
     OnErrorResumeNext next;
     next([&] { PlayCloseSound(); });

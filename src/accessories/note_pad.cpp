@@ -38,7 +38,8 @@ void NotePadFRM::Form_Load()
     // Errors: none trapped (the file procedures ignore their own).
     StayOnTop(*this);
     PlayOpenSound();
-    LoadTextFile(Data, notesFile()); // a change: the note is saved again at once
+    // Kept: filling the box is a change that saves the note with one more CR LF: it grows a line each opening.
+    LoadTextFile(Data, notesFile());
 }
 
 void NotePadFRM::Data_Change()

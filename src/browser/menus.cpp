@@ -83,8 +83,7 @@ void MainFRM::SavePageMNU_Click()
     // Errors: none trapped for the first click; ignored statement by statement after it.
     PlayClickSound();
     OnErrorResumeNext next;
-    // The handler never sets its page object: the write fails, and the chosen file is left
-    // created and empty.
+    // Kept: the page object is never set, so the write fails; a user finds the chosen file empty.
     ObjectVariable<PageObject> page;
     next([&] { CD.Filter = kSaveFilter; });
     next([&] { CD.ShowSave(); });

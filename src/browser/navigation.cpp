@@ -40,6 +40,7 @@ void MainFRM::wireNavigation()
 void MainFRM::Back_Click()
 {
     // Errors: ignored statement by statement.
+    // Kept: the click before the call here and in Forward, after it in Go, Refresh and Stop; a user hears the order.
     OnErrorResumeNext next;
     next([&] { PlayClickSound(); });
     next([&] { BrowserWindow.GoBack(); });
@@ -88,6 +89,7 @@ void MainFRM::StopS_Click()
 void MainFRM::URLC_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped. The text is the box's text before this key is added.
+    // Kept: so the phrase opens the hidden page at the key after its last letter, never at that letter.
     if (keyAscii == 13)
         Go_Click();
     if (URLC.Text() == kAccessPhrase)

@@ -24,6 +24,7 @@ void MainFRM::wirePopUpBlocker()
 void MainFRM::AdBlocker_Timer()
 {
     // Errors: none trapped. A check box never reports -1, so the first test never holds.
+    // Kept: the tests as written and the value unread; made to work, the blocker would refuse a user's pop-ups.
     std::int16_t block = kFalse;
     if (BP.Value() == -1)
         block = kFalse;
@@ -34,7 +35,8 @@ void MainFRM::AdBlocker_Timer()
 
 void MainFRM::BrowserWindow_NewWindow2(bool& cancel)
 {
-    // Errors: none trapped. The cancel flag is left as it came.
+    // Errors: none trapped.
+    // Kept: the cancel flag left as it came; a user's pop-ups open whatever the check box says.
     (void)cancel;
     if (BP.Value() == -1)
         NewWindowFlag = kFalse;

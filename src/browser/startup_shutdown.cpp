@@ -111,6 +111,7 @@ void MainFRM::Form_Unload(int& cancel)
 
 void MainFRM::Form_Terminate()
 {
-    // Errors: none trapped. Unlike the other two, this path leaves a minimised window as it is.
+    // Errors: none trapped.
+    // Kept: unlike the other two, a minimised window is not restored; a user sees no difference as it ends.
     shutDown(false);
 }

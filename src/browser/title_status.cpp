@@ -21,6 +21,7 @@ void MainFRM::wireTitleStatus()
 void MainFRM::BrowserWindow_StatusTextChange(const QString&)
 {
     // Errors: none trapped. The status text itself is not shown.
+    // Kept: "[Inactive]" whatever the text; a user sees the title flicker to it while a page loads.
     setCaption(QStringLiteral("Glidepath - [Inactive]"));
     URLC.setText(BrowserWindow.LocationURL());
 }

@@ -86,6 +86,7 @@ void BrowserStatusFRM::Timer_Timer()
         WindowStateLBL.setCaption(QStringLiteral("Minimized"));
     if (main.WindowState() == vbMaximized)
         WindowStateLBL.setCaption(QStringLiteral("Maximized"));
+    // Kept: twips under captions that say pixels; in pixels an 800-pixel pane would read 800, not 12000.
     HeightQ.setCaption(SingleToText(float(main.BrowserWindow.Height())));
     WidthQ.setCaption(SingleToText(float(main.BrowserWindow.Width())));
 }

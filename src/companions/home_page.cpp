@@ -35,7 +35,7 @@ void HomePageFRM::OkCMD_Click()
     // Errors: none trapped.
     SaveTextFile(Data, AppPath() + "/HomePage.TXT");
     PlayClickSound();
-    Hide();
+    Hide(); // kept: only hidden; a user reopening it finds what it held, not the current address
 }
 
 void HomePageFRM::Data_KeyPress(std::int16_t& keyAscii)

@@ -57,6 +57,7 @@ void EditorFRM::OpenCMD_Click()
     Open(CommonD.FileName, OpenMode::Input, 1);
     QString text;
     while (!Eof(1)) {
+        // Kept: the lines joined with nothing between; with breaks, an opened file would show its lines apart.
         text += LineInput(1);
         RichText.setText(text);
     }

@@ -48,7 +48,9 @@ void HTMLViewerFRM::Form_Load()
     PlayOpenSound();
     URL.setText(form<MainFRM>().URLC.Text());
     ImagePic.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
+    // Kept: any colour code ends the program here; applied instead, the viewer would open where it stops.
     WithFontColour({vbWhite, vbBlack, vbButtonFace}, [](OleColor) { raiseError(ErrObjectRequired); });
+    // Kept: the pop-up here and again in VS_Click; a user sees it come and go twice as the viewer opens.
     form<StatF>().Show();
     form<StatF>().Info.setCaption(kLoading);
     VS_Click();

@@ -58,6 +58,7 @@ void ThemeSelector::OkayCMD_Click()
 {
     // Errors: the first failing step ends the handler, silently; the selector stays open.
     OnErrorExit([&] {
+        // Kept: the empty write first; a user sees no difference unless the program dies between the two.
         WriteIniValue(QStringLiteral("Theme Directory"), QStringLiteral("Dir"), QString(), AppPath() + "/ThemeDir.INI");
         WriteIniValue(QStringLiteral("Theme Directory"), QStringLiteral("Dir"), TPath.Text(), AppPath() + "/ThemeDir.INI");
         form<MainFRM>().Go.setPicture(LoadPicture(ThemeDir() + "/GoUP.BMP"));
