@@ -135,14 +135,14 @@ void CalculatorFRM::Form_Load()
 {
     // Errors: none trapped. No unload handler: the window plays no closing sound.
     ImageOne.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
-    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    PlayOpenSound();
 }
 
 void CalculatorFRM::numero_Click(int Index)
 {
     // Errors: none trapped. The only key that clicks.
     Shown shown([this] { show(); });
-    PlayWave(ThemeDir() + "/Click.WAV");
+    PlayClickSound();
     state.digit(Index);
     cmdEqual.SetFocus();
 }
