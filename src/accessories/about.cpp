@@ -1,7 +1,7 @@
 #include "about.h"
 
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/picture.h"
 
 using namespace platform;

@@ -1,8 +1,7 @@
 #include "calculator.h"
 
-#include "shared/procedures.h"
+#include "shared/settings.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
 

@@ -2,7 +2,7 @@
 
 #include "shared/procedures.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/runtime.h"
 
 #include <QPlainTextEdit>

@@ -3,7 +3,7 @@
 #include "shared/procedures.h"
 #include "shared/window_look.h"
 #include "startup/intro.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/runtime.h"
 
 using namespace platform;

@@ -8,7 +8,6 @@
 #include "accessories/secret_place.h"
 #include "companions/home_page.h"
 #include "shared/procedures.h"
-#include "startup/theme_selector.h"
 #include "platform/clipboard.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"

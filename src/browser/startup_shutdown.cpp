@@ -5,7 +5,6 @@
 #include "platform/classic_font.h"
 #include "main_window.h"
 
-#include "shared/color.h"
 #include "shared/procedures.h"
 #include "shared/statf.h"
 #include "startup/theme_selector.h"

@@ -1,10 +1,9 @@
 #include "browser_status.h"
 
-#include "shared/window_look.h"
 #include "browser/main_window.h"
-#include "shared/color.h"
 #include "shared/procedures.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
+#include "shared/window_look.h"
 #include "platform/convert.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"

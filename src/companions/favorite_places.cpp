@@ -3,7 +3,7 @@
 #include "browser/main_window.h"
 #include "shared/procedures.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
 

@@ -3,7 +3,7 @@
 #include "shared/window_look.h"
 #include "browser/main_window.h"
 #include "shared/procedures.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/runtime.h"
 
 using namespace platform;

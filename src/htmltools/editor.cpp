@@ -5,7 +5,7 @@
 #include "editor_browser.h"
 #include "shared/statf.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/files.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"

@@ -4,10 +4,9 @@
 
 #include "browser/main_window.h"
 #include "editor.h"
-#include "shared/color.h"
 #include "shared/statf.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
 

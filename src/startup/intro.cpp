@@ -2,7 +2,6 @@
 
 #include "shared/window_look.h"
 #include "browser/main_window.h"
-#include "shared/color.h"
 #include "shared/procedures.h"
 #include "startup/theme_selector.h"
 #include "platform/picture.h"
