@@ -68,14 +68,14 @@ CalculatorFRM::CalculatorFRM() : Form("CalculatorFRM", kClientWidth, kClientHeig
 
     UseWindowFont({&txtDisplay, &cmdDot, &cmdEqual}, kKeyPoints);
     UseWindowFont({&lblMem}, kKeyPoints, true);
-    for (int i = 0; i < 3; ++i)
-        UseWindowFont({&cmdCancel(i)}, kKeyPoints);
-    for (int i = 0; i < 4; ++i)
-        UseWindowFont({&cmdMemory(i)}, kKeyPoints, true);
-    for (int i = 0; i < 10; ++i)
-        UseWindowFont({&numero(i)}, kKeyPoints);
-    for (int i = 0; i < 4; ++i)
-        UseWindowFont({&operator_(i)}, kKeyPoints);
+    for (CommandButton& key : cmdCancel)
+        UseWindowFont({&key}, kKeyPoints);
+    for (CommandButton& key : cmdMemory)
+        UseWindowFont({&key}, kKeyPoints, true);
+    for (CommandButton& key : numero)
+        UseWindowFont({&key}, kKeyPoints);
+    for (CommandButton& key : operator_)
+        UseWindowFont({&key}, kKeyPoints);
     UseWindowFont({&cmdFunction(0), &cmdFunction(1)}, kSmallKeyPoints);
     UseWindowFont({&cmdFunction(2)}, kKeyPoints);
     UseWindowFont({&cmdFunction(3)}, kSqrtPoints);
@@ -83,7 +83,7 @@ CalculatorFRM::CalculatorFRM() : Form("CalculatorFRM", kClientWidth, kClientHeig
     // keys' captions take the whole face, as they were designed to.
     for (int i = 0; i < 4; ++i)
         cmdFunction(i).widget()->setStyleSheet(QStringLiteral("padding: 0px"));
-    lblMem.setAlignment(2);
+    lblMem.setAlignment(vbCenter);
     lblMem.setAccessibleName(QStringLiteral("Memory"));
 
     // The display only shows: every designed input goes through the keys and the keyboard

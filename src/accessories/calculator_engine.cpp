@@ -2,6 +2,7 @@
 
 #include "platform/convert.h"
 #include "platform/errors.h"
+#include "platform/key_codes.h"
 
 #include <cmath>
 
@@ -20,8 +21,6 @@ double checked(double result)
         raiseError(ErrOverflow);
     return result;
 }
-
-constexpr int kBackspace = 8;
 
 } // namespace
 
@@ -199,7 +198,7 @@ void CalculatorEngine::keyPress(int keyAscii, const Keys& keys)
             digit(keyAscii - '0');
     };
     // Every step runs for every key, one after the other; a key can set off more than one.
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < int(std::size(kOperators)); ++i) {
         if (keyAscii == kOperators[i].at(0).unicode()) {
             if (keys.operatorKey)
                 keys.operatorKey(i);
@@ -227,7 +226,7 @@ void CalculatorEngine::keyPress(int keyAscii, const Keys& keys)
         pressDigit();
         return;
     }
-    if (keyAscii == kBackspace) {
+    if (keyAscii == vbKeyBack) {
         if (keys.backKey)
             keys.backKey();
         else

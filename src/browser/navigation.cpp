@@ -89,7 +89,7 @@ void MainFRM::URLC_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped. The text is the box's text before this key is added.
     // Kept: so the phrase opens the hidden page at the key after its last letter, never at that letter.
-    if (keyAscii == 13)
+    if (keyAscii == vbKeyReturn)
         Go_Click();
     if (URLC.Text() == kAccessPhrase)
         form<SecretPlace>().Show();

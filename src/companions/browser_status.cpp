@@ -36,16 +36,25 @@ constexpr Caption kCaptions[] = {
 BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Browser Status"));
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < int(std::size(kCaptions)); ++i)
         Info.add(*this, "Info", i, kCaptions[i].rect, QString::fromLatin1(kCaptions[i].text));
-    for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
-                         &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ}) {
+    for (Label* label : labels()) {
         UseWindowFont({label});
         label->setForeColor(vbWhite);
     }
     Info(1).setForeColor(kLightGrey);
     Timer.onTimer([this] { Timer_Timer(); });
     Timer.setPace(kHiddenPaceMs); // made hidden
+}
+
+std::vector<Label*> BrowserStatusFRM::labels()
+{
+    std::vector<Label*> all;
+    for (Label& caption : Info)
+        all.push_back(&caption);
+    for (Label* value : {&PercentageLoaded, &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ})
+        all.push_back(value);
+    return all;
 }
 
 void BrowserStatusFRM::showEvent(QShowEvent* event)
@@ -68,8 +77,7 @@ void BrowserStatusFRM::Form_Load()
     StayOnTop(*this);
     ImageOne.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
     // The code is read afresh for every label and every test; "?" is this window's third code.
-    for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
-                         &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ})
+    for (Label* label : labels())
         ApplyFontColour({label}, {vbWhite, vbBlack, vbButtonFace, "?"});
 }
 

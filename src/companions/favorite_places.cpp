@@ -52,7 +52,7 @@ void FavoritePlacesFRM::Add_Click()
 void FavoritePlacesFRM::URL_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped. The key is passed on.
-    if (keyAscii == 13)
+    if (keyAscii == vbKeyReturn)
         Add_Click();
 }
 

@@ -41,7 +41,7 @@ void HomePageFRM::OkCMD_Click()
 void HomePageFRM::Data_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped.
-    if (keyAscii == 13)
+    if (keyAscii == vbKeyReturn)
         OkCMD_Click();
 }
 

@@ -75,7 +75,7 @@ void HTMLViewerFRM::VS_Click()
 void HTMLViewerFRM::URL_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped. The key is not swallowed.
-    if (keyAscii == 13)
+    if (keyAscii == vbKeyReturn)
         VS_Click();
 }
 

@@ -6,6 +6,7 @@
 
 #include "colors.h"
 #include "form.h"
+#include "key_codes.h"
 #include "twips.h"
 
 #include <QObject>

@@ -41,10 +41,20 @@ void Label::setCaption(const QString& caption)
 }
 void Label::setWordWrap(bool wrap) { label()->setWordWrap(wrap); }
 
-void Label::setAlignment(int alignment, Vertical vertical)
+namespace {
+Qt::Alignment across(Alignment alignment)
 {
-    const Qt::Alignment h = alignment == 1 ? Qt::AlignRight : alignment == 2 ? Qt::AlignHCenter : Qt::AlignLeft;
-    label()->setAlignment(h | (vertical == Vertical::Bottom ? Qt::AlignBottom : Qt::AlignTop));
+    switch (alignment) {
+    case vbRightJustify: return Qt::AlignRight;
+    case vbCenter: return Qt::AlignHCenter;
+    default: return Qt::AlignLeft;
+    }
+}
+} // namespace
+
+void Label::setAlignment(Alignment alignment, Vertical vertical)
+{
+    label()->setAlignment(across(alignment) | (vertical == Vertical::Bottom ? Qt::AlignBottom : Qt::AlignTop));
 }
 
 // TextBox -------------------------------------------------------------------------------

@@ -35,14 +35,17 @@ private:
     QString m_shown;
 };
 
+// The Alignment property: where a caption or text stands across its control.
+enum Alignment : int { vbLeftJustify = 0, vbRightJustify = 1, vbCenter = 2 };
+
 class Label : public Control {
 public:
     Label(Container& parent, const char* name, TwipsRect rect, const QString& caption = {});
     QString Caption() const;
     void setCaption(const QString& caption);
-    // 0 left, 1 right, 2 centre; the text stands at the top unless told to stand at the bottom
+    // The text stands at the top unless told to stand at the bottom.
     enum class Vertical { Top, Bottom };
-    void setAlignment(int alignment, Vertical vertical = Vertical::Top);
+    void setAlignment(Alignment alignment, Vertical vertical = Vertical::Top);
     void setWordWrap(bool wrap);
 
 private:

@@ -19,7 +19,7 @@ StatF::StatF() : Form("StatF", kClientWidth, kClientHeight)
     UseWindowFont({&Info});
     Info.setForeColor(vbWhite);
     Info.setBackColor(vbBlack);
-    Info.setAlignment(2);
+    Info.setAlignment(vbCenter);
     // Centred on the screen, where the eye is while the program starts.
     CentreOnScreen();
 }

@@ -22,7 +22,7 @@ IntroFRM::IntroFRM() : Form("IntroFRM", kClientWidth, kClientHeight)
     UseWindowFont({&ClickAnywhereToEnter}, kButtonFontPoints);
     ClickAnywhereToEnter.setForeColor(vbWhite); // readable on the dark margins of the themes
     // The text stands in the bottom margin, clear of the picture.
-    ClickAnywhereToEnter.setAlignment(2, Label::Vertical::Bottom);
+    ClickAnywhereToEnter.setAlignment(vbCenter, Label::Vertical::Bottom);
     ClickAnywhereToEnter.setAccessibleName(QStringLiteral("Click Anywhere To Enter."));
     ClickAnywhereToEnter.onClick([this] { ClickAnywhereToEnter_Click(); });
     Player.setVisible(false);
