@@ -63,7 +63,7 @@ AboutFRM::AboutFRM() : Form("AboutFRM", kClientWidth, kClientHeight)
     Data(3).setWordWrap(true);
     Data(14).setAlignment(vbCenter);
     // No layout handler: the window keeps its designed size.
-    setFixedSize(size());
+    setBorderStyle(vbFixedSingle);
 }
 
 void AboutFRM::Form_Load()

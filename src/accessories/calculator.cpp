@@ -5,8 +5,6 @@
 #include "platform/picture.h"
 #include "platform/runtime.h"
 
-#include <QLineEdit>
-
 using namespace platform;
 
 namespace {
@@ -79,40 +77,31 @@ CalculatorFRM::CalculatorFRM() : Form("CalculatorFRM", kClientWidth, kClientHeig
     UseWindowFont({&cmdFunction(0), &cmdFunction(1)}, kSmallKeyPoints);
     UseWindowFont({&cmdFunction(2)}, kKeyPoints);
     UseWindowFont({&cmdFunction(3)}, kSqrtPoints);
-    // The classic button's bevel is narrower than this desktop's button margins: the function
-    // keys' captions take the whole face, as they were designed to.
-    for (int i = 0; i < 4; ++i)
-        cmdFunction(i).widget()->setStyleSheet(QStringLiteral("padding: 0px"));
+    for (CommandButton& key : cmdFunction)
+        key.setCaptionFillsFace(); // the captions take the whole face, as they were designed to
     lblMem.setAlignment(vbCenter);
     lblMem.setAccessibleName(QStringLiteral("Memory"));
 
     // The display only shows: every designed input goes through the keys and the keyboard
     // handler on "=", so a click into it must not take the keyboard away from "=".
     txtDisplay.setLocked(true);
-    txtDisplay.widget()->setFocusPolicy(Qt::NoFocus);
-    static_cast<QLineEdit*>(txtDisplay.widget())->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    txtDisplay.setTabStop(false);
+    txtDisplay.setAlignment(vbRightJustify);
 
     // "=" is first in the tab order and has the focus when the window opens.
-    QWidget* previous = cmdEqual.widget();
-    auto chain = [&previous](Control& key) {
-        QWidget::setTabOrder(previous, key.widget());
-        previous = key.widget();
-    };
-    for (int i = 0; i < 3; ++i)
-        chain(cmdCancel(i));
-    for (int i = 0; i < 4; ++i)
-        chain(cmdMemory(i));
-    for (int i = 0; i < 10; ++i)
-        chain(numero(i));
-    chain(cmdDot);
-    for (int i = 0; i < 4; ++i)
-        chain(cmdFunction(i));
-    for (int i = 0; i < 4; ++i)
-        chain(operator_(i));
+    std::vector<Control*> tabOrder{&cmdEqual};
+    for (ControlArray<CommandButton>* keys : {&cmdCancel, &cmdMemory, &numero})
+        for (CommandButton& key : *keys)
+            tabOrder.push_back(&key);
+    tabOrder.push_back(&cmdDot);
+    for (ControlArray<CommandButton>* keys : {&cmdFunction, &operator_})
+        for (CommandButton& key : *keys)
+            tabOrder.push_back(&key);
+    SetTabOrder(tabOrder);
     cmdEqual.SetFocus();
 
     // No layout handler: the window keeps its designed size.
-    setFixedSize(size());
+    setBorderStyle(vbFixedSingle);
 
     numero.onClick([this](int i) { numero_Click(i); });
     cmdDot.onClick([this] { cmdDot_Click(); });
@@ -124,7 +113,7 @@ CalculatorFRM::CalculatorFRM() : Form("CalculatorFRM", kClientWidth, kClientHeig
     cmdEqual.onKeyPress([this](std::int16_t& key) { cmdEqual_KeyPress(key); });
 }
 
-void CalculatorFRM::show()
+void CalculatorFRM::refreshDisplay()
 {
     txtDisplay.setText(state.display);
     lblMem.setCaption(state.memoryMark);
@@ -140,7 +129,7 @@ void CalculatorFRM::Form_Load()
 void CalculatorFRM::numero_Click(int Index)
 {
     // Errors: none trapped. The only key that clicks.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     PlayClickSound();
     state.digit(Index);
     cmdEqual.SetFocus();
@@ -149,7 +138,7 @@ void CalculatorFRM::numero_Click(int Index)
 void CalculatorFRM::cmdDot_Click()
 {
     // Errors: none trapped.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     if (state.dot())
         cmdEqual.SetFocus();
 }
@@ -157,7 +146,7 @@ void CalculatorFRM::cmdDot_Click()
 void CalculatorFRM::operator_Click(int Index)
 {
     // Errors: none trapped (a display beyond the double range is an Overflow).
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     state.operatorKey(Index);
     cmdEqual.SetFocus();
 }
@@ -165,9 +154,9 @@ void CalculatorFRM::operator_Click(int Index)
 void CalculatorFRM::cmdEqual_Click()
 {
     // Errors: trapped: an arithmetic fault shows "Error!!!" and the fault in a message box.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     state.equal([this](const QString& description) {
-        show();
+        refreshDisplay();
         MsgBox(description, vbCritical, QStringLiteral("Glide Path Calculator"));
     });
 }
@@ -175,7 +164,7 @@ void CalculatorFRM::cmdEqual_Click()
 void CalculatorFRM::cmdCancel_Click(int Index)
 {
     // Errors: none trapped; "Back" ignores its own failure on an empty display.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     if (state.cancel(Index))
         cmdEqual.SetFocus();
 }
@@ -183,21 +172,21 @@ void CalculatorFRM::cmdCancel_Click(int Index)
 void CalculatorFRM::cmdFunction_Click(int Index)
 {
     // Errors: none trapped (the square root of a negative value ends the program).
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     state.function(Index);
 }
 
 void CalculatorFRM::cmdMemory_Click(int Index)
 {
     // Errors: none trapped (MS on a display that is no number ends the program).
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     state.memory(Index);
 }
 
 void CalculatorFRM::cmdEqual_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped. Each mapped key is focused and its click handler run.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     CalculatorEngine::Keys keys;
     keys.operatorKey = [this](int i) {
         operator_(i).SetFocus();

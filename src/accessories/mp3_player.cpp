@@ -2,10 +2,8 @@
 
 #include "shared/procedures.h"
 #include "shared/window_look.h"
+#include "platform/paths.h"
 #include "platform/runtime.h"
-
-#include <QDir>
-#include <QStandardPaths>
 
 using namespace platform;
 
@@ -29,18 +27,10 @@ MP3PlayerFRM::MP3PlayerFRM() : Form("MP3PlayerFRM", kClientWidth, kClientHeight)
     OpenMore.setToolTipText(QStringLiteral("Open Another MP3 File."));
     OpenMore.setAccessibleName(QStringLiteral("Open Another MP3 File."));
     // No layout handler: the player keeps its designed size.
-    setFixedSize(size());
+    setBorderStyle(vbFixedSingle);
     ExitMe.onClick([this] { ExitMe_Click(); });
     MiniMe.onClick([this] { MiniMe_Click(); });
     OpenMore.onClick([this] { OpenMore_Click(); });
-}
-
-QString MP3PlayerFRM::DesktopFolder()
-{
-    // The classic desktop's folder "C:\Windows\Desktop\" is the user's desktop folder here, or
-    // the home folder where there is none; the same on every opening.
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
-    return QDir(desktop).exists() ? desktop : QDir::homePath();
 }
 
 void MP3PlayerFRM::Form_Load()

@@ -5,8 +5,6 @@
 #include "shared/settings.h"
 #include "platform/runtime.h"
 
-#include <QPlainTextEdit>
-
 using namespace platform;
 
 namespace {
@@ -29,7 +27,7 @@ NotePadFRM::NotePadFRM() : Form("NotePadFRM", kClientWidth, kClientHeight)
     UseWindowFont({&Data});
     Data.setForeColor(kLightGrey);
     Data.setBackColor(kDarkGrey);
-    static_cast<QPlainTextEdit*>(Data.widget())->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    Data.setScrollBars(vbVertical);
     Data.onChange([this] { Data_Change(); });
 }
 

@@ -4,8 +4,6 @@
 #include "shared/window_look.h"
 #include "platform/runtime.h"
 
-#include <QPlainTextEdit>
-
 using namespace platform;
 
 namespace {
@@ -23,7 +21,7 @@ ReadMeFRM::ReadMeFRM() : Form("ReadMeFRM", kClientWidth, kClientHeight)
     Data.setBackColor(kLightGrey);
     // A viewer: what is typed here would be lost, as nothing saves it.
     Data.setLocked(true);
-    static_cast<QPlainTextEdit*>(Data.widget())->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    Data.setScrollBars(vbVertical);
 }
 
 void ReadMeFRM::Form_Load()

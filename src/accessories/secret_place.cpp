@@ -38,7 +38,7 @@ SecretPlace::SecretPlace() : Form("SecretPlace", kClientWidth, kClientHeight)
                                           platform::Image::Fit::Stretch);
     picture.setPicture(QPixmap(QStringLiteral(":/accessories/SecretPlace.JPG")));
     picture.setVisible(false);
-    picture.widget()->lower();
+    picture.ZOrder(1);
     picture.setAccessibleName(QStringLiteral("Crane at dusk"));
     Image.setPicture(QPixmap(QStringLiteral(":/accessories/Author.BMP")));
     Image.setAccessibleName(QStringLiteral("The author"));

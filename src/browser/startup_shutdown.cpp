@@ -2,7 +2,6 @@
 // ways it ends the program.
 
 #include "shared/window_look.h"
-#include "platform/classic_font.h"
 #include "main_window.h"
 
 #include "shared/procedures.h"
@@ -43,7 +42,7 @@ void say(const QString& text)
 MainFRM::MainFRM() : Form("MainFRM", kClientWidth, kClientHeight, Menu::Bar)
 {
     setCaption(QStringLiteral("Glidepath - [Loading...]"));
-    setFont(classicFont(kWindowFont, kFontPoints));
+    setFont(kWindowFont, kFontPoints);
     URLCMirror.setVisible(false);
     MainFBackGroundImage.ZOrder(1);
     wireNavigation();

@@ -43,8 +43,8 @@ BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kC
         label->setForeColor(vbWhite);
     }
     Info(1).setForeColor(kLightGrey);
+    Timer.setHiddenPace(kHiddenPaceMs, platform::Timer::CatchUp::AtShow);
     Timer.onTimer([this] { Timer_Timer(); });
-    Timer.setPace(kHiddenPaceMs); // made hidden
 }
 
 std::vector<Label*> BrowserStatusFRM::labels()
@@ -55,19 +55,6 @@ std::vector<Label*> BrowserStatusFRM::labels()
     for (Label* value : {&PercentageLoaded, &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ})
         all.push_back(value);
     return all;
-}
-
-void BrowserStatusFRM::showEvent(QShowEvent* event)
-{
-    Form::showEvent(event);
-    Timer.setPace(0);
-    Timer.tick();
-}
-
-void BrowserStatusFRM::hideEvent(QHideEvent* event)
-{
-    Form::hideEvent(event);
-    Timer.setPace(kHiddenPaceMs);
 }
 
 void BrowserStatusFRM::Form_Load()

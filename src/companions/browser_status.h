@@ -31,8 +31,6 @@ public:
 protected:
     void Form_Load() override;
     void Form_Unload(int& cancel) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     // Every label: the captions, then the values.

@@ -27,7 +27,8 @@ IdleFRM::IdleFRM() : Form("IdleFRM", kClientWidth, kClientHeight)
     TimeLBL.setBackColor(vbButtonText);
     TimeLBL.setForeColor(vbWhite);
     UseWindowFont({&TimeLBL}, kTimeFontPoints);
-    SS.setPace(kHiddenPaceMs); // made hidden
+    SS.setPace(kFramePaceMs);
+    SS.setHiddenPace(kHiddenPaceMs);
     TimeL.onTimer([this] { TimeL_Timer(); });
     SS.onTimer([this] { SS_Timer(); });
 }
@@ -74,18 +75,6 @@ void IdleFRM::Form_Click()
     PlayClickSound();
     Hide();
     form<MainFRM>().Show();
-}
-
-void IdleFRM::showEvent(QShowEvent* event)
-{
-    Form::showEvent(event);
-    SS.setPace(kFramePaceMs);
-}
-
-void IdleFRM::hideEvent(QHideEvent* event)
-{
-    Form::hideEvent(event);
-    SS.setPace(kHiddenPaceMs);
 }
 
 void IdleFRM::Form_Unload(int& cancel)

@@ -10,8 +10,6 @@
 #include "platform/picture.h"
 #include "platform/runtime.h"
 
-#include <QWidget>
-
 using namespace platform;
 
 namespace {
@@ -30,9 +28,7 @@ HTMLViewerFRM::HTMLViewerFRM() : Form("HTMLViewerFRM", kClientWidth, kClientHeig
     Info.setForeColor(vbWhite);
     ImagePic.ZOrder(1);
     // Tab order: the address, View Source, the source, then Open In Editor.
-    QWidget::setTabOrder(URL.widget(), VS.widget());
-    QWidget::setTabOrder(VS.widget(), HTML.widget());
-    QWidget::setTabOrder(HTML.widget(), OpenInEd.widget());
+    SetTabOrder({&URL, &VS, &HTML, &OpenInEd});
     VS.onClick([this] { VS_Click(); });
     URL.onKeyPress([this](std::int16_t& key) { URL_KeyPress(key); });
     OpenInEd.onClick([this] { OpenInEd_Click(); });

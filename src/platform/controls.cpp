@@ -17,6 +17,7 @@
 #include <QPlainTextEdit>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextOption>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSlider>
@@ -214,6 +215,24 @@ void TextBox::setLocked(bool locked)
         m_single->setReadOnly(locked);
 }
 
+void TextBox::setAlignment(Alignment alignment)
+{
+    if (m_multi)
+        m_multi->document()->setDefaultTextOption(QTextOption(across(alignment)));
+    else
+        m_single->setAlignment(across(alignment) | Qt::AlignVCenter);
+}
+
+void TextBox::setScrollBars(ScrollBars bars)
+{
+    if (!m_multi)
+        return;
+    const bool horizontal = bars & vbHorizontal;
+    m_multi->setVerticalScrollBarPolicy(bars & vbVertical ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    m_multi->setHorizontalScrollBarPolicy(horizontal ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    m_multi->setLineWrapMode(horizontal ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
+}
+
 // CommandButton -------------------------------------------------------------------------
 
 CommandButton::CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption)
@@ -244,6 +263,11 @@ bool CommandButton::eventFilter(QObject* watched, QEvent* event)
 }
 
 QPushButton* CommandButton::button() const { return static_cast<QPushButton*>(widget()); }
+
+void CommandButton::setCaptionFillsFace()
+{
+    button()->setStyleSheet(QStringLiteral("padding: 0px"));
+}
 void CommandButton::setCaption(const QString& caption)
 {
     m_caption = caption;

@@ -38,6 +38,9 @@ private:
 // The Alignment property: where a caption or text stands across its control.
 enum Alignment : int { vbLeftJustify = 0, vbRightJustify = 1, vbCenter = 2 };
 
+// The ScrollBars property of a multi-line text box.
+enum ScrollBars : int { vbSBNone = 0, vbHorizontal = 1, vbVertical = 2, vbBoth = 3 };
+
 class Label : public Control {
 public:
     Label(Container& parent, const char* name, TwipsRect rect, const QString& caption = {});
@@ -62,6 +65,11 @@ public:
     QString Text() const;
     void setText(const QString& text);
     void setLocked(bool locked);
+    // A one-line box's text stands in the middle of its height.
+    void setAlignment(Alignment alignment);
+    // Shown always where asked for, never where not; a multi-line box without a horizontal bar
+    // wraps its lines (a one-line box has none).
+    void setScrollBars(ScrollBars bars);
 
 private:
     QString shown() const;
@@ -89,6 +97,9 @@ public:
     CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption);
     QString Caption() const { return m_caption; }
     void setCaption(const QString& caption);
+    // The caption may take the whole face: the classic button's bevel is narrower than this
+    // desktop's button margins, which would clip a caption designed to fill its key.
+    void setCaptionFillsFace();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

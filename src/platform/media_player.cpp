@@ -148,7 +148,7 @@ void MediaPlayer::Open(const QString& fileName)
         showState();
     if (waiting)
         return;
-    auto* window = qobject_cast<Form*>(widget()->window());
+    Form* window = Form::of(widget()->window());
     if (window && !window->painted()) {
         connect(window, &Form::firstPainted, this, &MediaPlayer::startPending,
                 Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));

@@ -76,8 +76,8 @@ void Forms::unload(Form& form)
             break;
         }
     }
-    form.hide();
-    for (Timer* timer : form.findChildren<Timer*>())
+    form.Hide();
+    for (Timer* timer : form.widget()->findChildren<Timer*>())
         timer->setEnabled(false); // an unloaded window's timers stop at once
     form.runTerminate();
     form.deleteLater(); // its own handler may still be on the stack

@@ -14,7 +14,7 @@ constexpr double kLingerSeconds = 0.6; // kept: Pause's whole seconds make it 1,
 
 StatF::StatF() : Form("StatF", kClientWidth, kClientHeight)
 {
-    setBorderless();
+    setBorderStyle(vbBSNone);
     setBackColor(vbBlack);
     UseWindowFont({&Info});
     Info.setForeColor(vbWhite);

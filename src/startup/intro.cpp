@@ -18,7 +18,7 @@ constexpr int kNoButtonStyle = 8;    // names no standard button set: a single O
 
 IntroFRM::IntroFRM() : Form("IntroFRM", kClientWidth, kClientHeight)
 {
-    setBorderless();
+    setBorderStyle(vbBSNone);
     UseWindowFont({&ClickAnywhereToEnter}, kButtonFontPoints);
     ClickAnywhereToEnter.setForeColor(vbWhite); // readable on the dark margins of the themes
     // The text stands in the bottom margin, clear of the picture.

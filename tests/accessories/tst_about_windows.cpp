@@ -35,7 +35,7 @@ F* open(TestRuntime& t, const QString& theme = kThemes + "/Default")
     runHandler([&] { window = &form<F>(); });
     if (window) {
         window->Show();
-        if (!QTest::qWaitForWindowExposed(window))
+        if (!QTest::qWaitForWindowExposed(window->widget()))
             qWarning("the window was not exposed");
     }
     return window;
@@ -177,7 +177,7 @@ void TestAboutWindows::aboutPicturesAndSounds()
     QCOMPARE(twips(about->Image), QRect(2160, 480, 2175, 2085)); // stretched, not resized to the picture
     QCOMPARE(twips(about->BGI), QRect(0, 0, 6495, 7455));
     QVERIFY(!about->BGI.Picture().isNull());
-    QCOMPARE(about->size(), QSize(6495 / kTwips, 7455 / kTwips));
+    QCOMPARE(about->widget()->size(), QSize(6495 / kTwips, 7455 / kTwips));
     sounds.clear();
     Unload(*about);
     QCOMPARE(sounds, QStringList{"CloseWIN.WAV"});
@@ -216,7 +216,7 @@ void TestAboutWindows::readme()
     ReadMeFRM* readme = open<ReadMeFRM>(t);
     QVERIFY(readme);
     QCOMPARE(readme->Caption(), QStringLiteral("Read Me "));
-    QVERIFY(readme->windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(readme->widget()->windowFlags() & Qt::WindowStaysOnTopHint);
     if (!message) {
         QVERIFY(t.dialogs->messageBoxes.isEmpty());
         QCOMPARE(readme->Data.Text(), decodeAnsi(file)); // in full, every byte
@@ -268,7 +268,7 @@ void TestAboutWindows::hiddenPagePlaysTheIntroMusicAgain()
     QVERIFY(page);
     QCOMPARE(page->Caption(), QStringLiteral("Secret Place!"));
     QVERIFY(page->Visible());
-    QVERIFY(page->windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(page->widget()->windowFlags() & Qt::WindowStaysOnTopHint);
     // The intro window is made for it, hidden, and its player plays the theme's music.
     QVERIFY(t.runtime().forms().isLoaded<IntroFRM>());
     IntroFRM& intro = form<IntroFRM>();
@@ -320,8 +320,8 @@ void TestAboutWindows::hiddenPagePanelGivesWayAfterFifteenSeconds()
     QVERIFY(!page->AuthorFRM.Visible());
     QVERIFY(!page->Timer.Enabled());
     // The picture covers the window.
-    const QImage shot = page->grab().toImage();
-    QVERIFY(shot.pixelColor(page->width() / 2, 20) != page->palette().color(QPalette::Window));
+    const QImage shot = page->widget()->grab().toImage();
+    QVERIFY(shot.pixelColor(page->widget()->width() / 2, 20) != page->widget()->palette().color(QPalette::Window));
 }
 
 QTEST_MAIN(TestAboutWindows)

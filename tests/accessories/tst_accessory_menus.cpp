@@ -35,7 +35,7 @@ public:
         QObject::connect(&t.runtime().sounds(), &WavePlayer::requested, [this](const QString& p) { sounds << p.section('/', -1); });
         runHandler([&] { main = &form<MainFRM>(); });
         main->Show();
-        if (!QTest::qWaitForWindowExposed(main))
+        if (!QTest::qWaitForWindowExposed(main->widget()))
             qWarning("the main window was not exposed");
         QTest::qWait(300); // the load sequence's pop-up and sounds
         sounds.clear();

@@ -103,7 +103,7 @@ CalculatorFRM& openCalculator()
     form<ThemeSelector>().TPath.setText(kThemes + "/Default");
     CalculatorFRM& calc = form<CalculatorFRM>();
     calc.Show();
-    if (!QTest::qWaitForWindowActive(&calc))
+    if (!QTest::qWaitForWindowActive(calc.widget()))
         qWarning("the calculator did not become active");
     if (!QTest::qWaitFor([&] { return QApplication::focusWidget() == calc.cmdEqual.widget(); }))
         qWarning("the calculator opened without the keyboard on =");
@@ -348,11 +348,11 @@ void TestCalculator::keyTable()
     QCOMPARE(QRect(calc.ImageOne.Left(), calc.ImageOne.Top(), calc.ImageOne.Width(), calc.ImageOne.Height()),
              QRect(0, 0, 3735, 3615));
     QVERIFY(!calc.ImageOne.Picture().isNull());
-    QCOMPARE(calc.size(), QSize(3735 / 15, 3615 / 15));
+    QCOMPARE(calc.widget()->size(), QSize(3735 / 15, 3615 / 15));
     QCOMPARE(calc.Caption(), QStringLiteral("Calculator"));
     // "=" is first in the tab order: the window opens with the keyboard on it.
     calc.Show();
-    QVERIFY(QTest::qWaitForWindowActive(&calc));
+    QVERIFY(QTest::qWaitForWindowActive(calc.widget()));
     QTRY_COMPARE(QApplication::focusWidget(), calc.cmdEqual.widget());
 }
 
@@ -412,7 +412,7 @@ void TestCalculator::clickedKeysAndSounds()
     CalculatorFRM& calc = form<CalculatorFRM>();
     QCOMPARE(sounds, QStringList{"OpenWIN.WAV"});
     calc.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&calc));
+    QVERIFY(QTest::qWaitForWindowExposed(calc.widget()));
     sounds.clear();
     for (Control* key : std::initializer_list<Control*>{&calc.numero(2), &calc.numero(0), &calc.operator_(2), &calc.numero(5),
                                                          &calc.cmdEqual})

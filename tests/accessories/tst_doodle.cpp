@@ -24,7 +24,7 @@ DoodleFRM& openDoodle()
     DoodleFRM* pad = nullptr;
     runHandler([&] { pad = &form<DoodleFRM>(); });
     pad->Show();
-    if (!QTest::qWaitForWindowExposed(pad))
+    if (!QTest::qWaitForWindowExposed(pad->widget()))
         qWarning("the doodle pad was not exposed");
     return *pad;
 }
@@ -172,7 +172,7 @@ void TestDoodle::panelShowsAboveTheDrawing()
     input::release(pad, {450, 120});
     QCOMPARE(pad.Line1.Count(), 3);
     QTest::qWait(50);
-    const QImage shot = pad.grab().toImage();
+    const QImage shot = pad.widget()->grab().toImage();
     QVERIFY(panel.contains(250, 120));
     QCOMPARE(shot.pixelColor(250, 120), shot.pixelColor(250, 122)); // the panel's face hides the drawing
     QVERIFY(shot.pixelColor(250, 120) != QColor(Qt::black));
@@ -246,7 +246,7 @@ void TestDoodle::idleTicksRepaintNothing()
     input::doubleClick(pad, {500, 350});
     tick();
     QTest::qWait(200);
-    Paints preview(pad.Preview.widget()), size(pad.Data(4).widget()), window(&pad);
+    Paints preview(pad.Preview.widget()), size(pad.Data(4).widget()), window(pad.widget());
     QTest::qWait(500); // some thirty ticks
     QCOMPARE(preview.count + size.count + window.count, 0);
     input::key(pad.PenSize, Qt::Key_End);
@@ -260,9 +260,9 @@ void TestDoodle::yBeyondSixteenBitsOverflows()
     // pixels) on a tall window ends the program with "Overflow".
     TestRuntime t;
     DoodleFRM& pad = openDoodle();
-    pad.resize(pad.width(), 2300);
+    pad.widget()->resize(pad.widget()->width(), 2300);
     QTest::qWait(50);
-    if (pad.height() < 2200)
+    if (pad.widget()->height() < 2200)
         QSKIP("the screen does not give the window that height");
     input::press(pad, {100, 2190});
     QCOMPARE(t.untrappedErrors, QList<int>{ErrOverflow});

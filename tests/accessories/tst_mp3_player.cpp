@@ -5,6 +5,7 @@
 #include "accessories/mp3_player.h"
 #include "startup/theme_selector.h"
 #include "platform/errors.h"
+#include "platform/paths.h"
 #include "platform/sounds.h"
 #include "support/input.h"
 #include "support/test_runtime.h"
@@ -56,7 +57,7 @@ MP3PlayerFRM* openPlayer(int* err = nullptr)
         if (err)
             *err = next.Err();
     });
-    if (player && !QTest::qWaitForWindowExposed(player))
+    if (player && !QTest::qWaitForWindowExposed(player->widget()))
         qWarning("the player was not exposed");
     return player;
 }
@@ -109,7 +110,7 @@ void TestMP3Player::cancelledFirstQuestionClosesTheWindow()
     const FileDialogRequest& asked = t.dialogs->fileRequests[0];
     QVERIFY(!asked.save);
     QCOMPARE(asked.filter, QStringLiteral("MP3 Files (*.MP3)|*.MP3"));
-    QCOMPARE(asked.initDir, MP3PlayerFRM::DesktopFolder());
+    QCOMPARE(asked.initDir, platform::DesktopFolder());
     QCOMPARE(asked.fileName, QString());
 }
 
@@ -122,7 +123,7 @@ void TestMP3Player::chosenFilePlaysThroughTheSoundServer()
     QVERIFY(player);
     QVERIFY(t.untrappedErrors.isEmpty());
     QVERIFY(player->Visible());
-    QVERIFY(player->windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(player->widget()->windowFlags() & Qt::WindowStaysOnTopHint);
     QCOMPARE(player->Caption(), QStringLiteral("MP3 Player"));
     QCOMPARE(player->Player.FileName(), tunes.first());
     QVERIFY(player->Player.AutoStart());
@@ -188,7 +189,7 @@ void TestMP3Player::openMoreAsksAfresh()
     const FileDialogRequest& asked = t.dialogs->fileRequests[1];
     QCOMPARE(asked.filter, QStringLiteral("MP3 Files|*.MP3"));
     // The fixed folder again, not the folder of the file chosen before, and no name from it.
-    QCOMPARE(asked.initDir, MP3PlayerFRM::DesktopFolder());
+    QCOMPARE(asked.initDir, platform::DesktopFolder());
     QVERIFY(asked.initDir != tunes.dir.path());
     QCOMPARE(asked.fileName, QString());
     // The dialog's default property reads false: the window stays in view and plays the new tune.
@@ -227,7 +228,7 @@ void TestMP3Player::desktopFolder()
     const QByteArray oldConfig = qgetenv("XDG_CONFIG_HOME");
     qputenv("HOME", home.path().toLocal8Bit());
     qputenv("XDG_CONFIG_HOME", home.filePath(QStringLiteral(".config")).toLocal8Bit());
-    const QString folder = MP3PlayerFRM::DesktopFolder();
+    const QString folder = platform::DesktopFolder();
     qputenv("HOME", oldHome);
     if (oldConfig.isEmpty())
         qunsetenv("XDG_CONFIG_HOME");
@@ -261,7 +262,7 @@ void TestMP3Player::miniMeAndExitMe()
     QCOMPARE(sounds, QStringList{"Click.WAV"});
     player->setWindowState(vbNormal);
     player->Show();
-    QVERIFY(QTest::qWaitForWindowExposed(player));
+    QVERIFY(QTest::qWaitForWindowExposed(player->widget()));
     sounds.clear();
     QPointer<MP3PlayerFRM> gone(player);
     input::click(player->ExitMe);

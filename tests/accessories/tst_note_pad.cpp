@@ -24,7 +24,7 @@ NotePadFRM& openNotePad()
     NotePadFRM* pad = nullptr;
     runHandler([&] { pad = &form<NotePadFRM>(); });
     pad->Show();
-    if (!QTest::qWaitForWindowExposed(pad))
+    if (!QTest::qWaitForWindowExposed(pad->widget()))
         qWarning("the note pad was not exposed");
     return *pad;
 }
@@ -189,11 +189,11 @@ void TestNotePad::lookAndSounds()
     NotePadFRM& pad = openNotePad();
     QCOMPARE(sounds, QStringList{kThemes + "/Default/OpenWIN.WAV"});
     QCOMPARE(pad.Caption(), QStringLiteral("Notepad (Automaticly Saves, Each Keystroke)"));
-    QVERIFY(pad.windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(pad.widget()->windowFlags() & Qt::WindowStaysOnTopHint);
     QCOMPARE(pad.Data.ForeColor(), RGB(192, 192, 192));
     QCOMPARE(pad.Data.BackColor(), RGB(64, 64, 64));
     QCOMPARE(pad.Data.widget()->font().pointSizeF(), 8.25);
-    QCOMPARE(pad.size(), QSize(6270 / 15, 3975 / 15));
+    QCOMPARE(pad.widget()->size(), QSize(6270 / 15, 3975 / 15));
     sounds.clear();
     Unload(pad);
     QCOMPARE(sounds, QStringList{kThemes + "/Default/CloseWIN.WAV"});

@@ -65,7 +65,7 @@ public:
     {
         MainFRM& main = open();
         main.Show();
-        if (!QTest::qWaitForWindowExposed(&main))
+        if (!QTest::qWaitForWindowExposed(main.widget()))
             qWarning("the main window was not exposed");
         return main;
     }
@@ -239,7 +239,7 @@ void TestBrowser::popUpGetsItsWindow()
     QWebEngineView* popup = nullptr;
     QVERIFY(QTest::qWaitFor([&] {
         for (QWidget* w : QApplication::topLevelWidgets())
-            if (w != &main && w->isVisible())
+            if (w != main.widget() && w->isVisible())
                 if (auto* view = w->findChild<QWebEngineView*>(); view && view->title() == QLatin1String("Titled Page"))
                     popup = view;
         return popup != nullptr;
@@ -383,7 +383,7 @@ void TestBrowser::shutdownPaths()
     };
     switch (path) {
     case 0: main.ExitMNU.action()->trigger(); break;
-    case 1: main.close(); break;
+    case 1: main.widget()->close(); break;
     default: runHandler([&] { static_cast<Terminating&>(main).Form_Terminate(); }); break;
     }
     QCOMPARE(b.t.ends, 1);
@@ -481,7 +481,7 @@ void TestBrowser::introSizesAndColours()
     QCOMPARE(intro.ClickAnywhereToEnter.ForeColor(), vbBlack);
     QCOMPARE(intro.BackColor(), vbWhite);
     QCOMPARE(intro.IntroFormBorder.BorderColor(), vbWhite);
-    QVERIFY(intro.windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(intro.widget()->windowFlags() & Qt::WindowStaysOnTopHint);
     QCOMPARE(intro.Player.FileName(), theme.path() + "/Intro.MP3");
 }
 
@@ -496,7 +496,7 @@ void TestBrowser::firstStartAsksForATheme()
     QCOMPARE(selector.Dir.Path(), QDir(AppPath()).absolutePath()); // the program directory proposed
     QVERIFY(!intro.Visible());
     QVERIFY(t.untrappedErrors.isEmpty()); // the missing pictures failed quietly
-    selector.close(); // closing cannot get past the choice: it stays
+    selector.widget()->close(); // closing cannot get past the choice: it stays
     QVERIFY(t.runtime().forms().isLoaded<ThemeSelector>());
 }
 

@@ -54,8 +54,8 @@ struct Program {
         QObject::connect(&t.runtime().sounds(), &WavePlayer::requested, [this](const QString& path) {
             QString entry = QFileInfo(path).fileName();
             if (Form* window = target())
-                entry += window->isVisible() ? QStringLiteral(", window shown") : QStringLiteral(", window hidden");
-            entry += m_main && m_main->isVisible() ? QStringLiteral(", main shown") : QStringLiteral(", main hidden");
+                entry += window->widget()->isVisible() ? QStringLiteral(", window shown") : QStringLiteral(", window hidden");
+            entry += m_main && m_main->widget()->isVisible() ? QStringLiteral(", main shown") : QStringLiteral(", main hidden");
             log << entry;
         });
         t.dialogs->fileAnswer = [this](const FileDialogRequest& r) {
@@ -72,7 +72,7 @@ struct Program {
         };
         runHandler([this] { m_main = &form<MainFRM>(); });
         m_main->Show();
-        if (!QTest::qWaitForWindowExposed(m_main))
+        if (!QTest::qWaitForWindowExposed(m_main->widget()))
             QTest::qFail("the main window never reached the screen", __FILE__, __LINE__);
         if (!QTest::qWaitFor([this] { return captions.contains(kDone); }, 20000))
             QTest::qFail("the home page never finished loading", __FILE__, __LINE__);
@@ -218,9 +218,9 @@ void TestMenus::stepsAndSounds()
         p.choose(entry);
     }
     QCOMPARE(p.log, log);
-    QCOMPARE(p.main().isVisible(), mainShownAfter);
+    QCOMPARE(p.main().widget()->isVisible(), mainShownAfter);
     if (Form* window = p.target())
-        QCOMPARE(window->isVisible(), targetShownAfter);
+        QCOMPARE(window->widget()->isVisible(), targetShownAfter);
     else
         QVERIFY(!targetShownAfter);
     if (target == Target::Selector)

@@ -55,7 +55,7 @@ struct Program {
         MainFRM* m = nullptr;
         runHandler([&] { m = &form<MainFRM>(); });
         m->Show();
-        if (!QTest::qWaitForWindowExposed(m))
+        if (!QTest::qWaitForWindowExposed(m->widget()))
             QTest::qFail("the main window never reached the screen", __FILE__, __LINE__);
         if (!QTest::qWaitFor([&] { return captions.contains(kDone); }, 20000))
             QTest::qFail("the home page never finished loading", __FILE__, __LINE__);
@@ -69,7 +69,7 @@ struct Program {
         runHandler([&] { window = &form<F>(); });
         if (window) {
             window->Show();
-            if (!QTest::qWaitForWindowExposed(window))
+            if (!QTest::qWaitForWindowExposed(window->widget()))
                 QTest::qFail("the window never reached the screen", __FILE__, __LINE__);
         }
         return *window;
@@ -272,7 +272,7 @@ void TestCompanions::favouritesMissingBitmap()
     }
     QCOMPARE(p.t.untrappedErrors, QList<int>{});
     FavoritePlacesFRM& fav = form<FavoritePlacesFRM>();
-    QVERIFY(QTest::qWaitForWindowExposed(&fav));
+    QVERIFY(QTest::qWaitForWindowExposed(fav.widget()));
     input::press(fav, middleOf(fav, fav.Del));
     QCOMPARE(p.t.untrappedErrors, QList<int>{ErrFileNotFound});
 }
@@ -285,7 +285,7 @@ void TestCompanions::idleScreen()
     IdleFRM& idle = form<IdleFRM>();
     QVERIFY(!main.Visible());
     QTRY_COMPARE(idle.WindowState(), int(vbMaximized));
-    QVERIFY(QTest::qWaitForWindowExposed(&idle));
+    QVERIFY(QTest::qWaitForWindowExposed(idle.widget()));
     // It draws on its own surface: black from the lines effect, with colours on it.
     QTRY_VERIFY_WITH_TIMEOUT(!idle.surface().isNull(), 5000);
     QTRY_VERIFY_WITH_TIMEOUT(idle.surface().pixelColor(idle.surface().rect().bottomRight() - QPoint(1, 1)) == Qt::black ||
@@ -301,7 +301,7 @@ void TestCompanions::idleScreen()
     QVERIFY(idle.Visible());
     QCOMPARE(p.sounds, QStringList{});
     // A click on the surface: a click sound, the idle screen hidden, the browser back.
-    input::click(idle, QPoint(idle.width() / 2, idle.height() / 2));
+    input::click(idle, QPoint(idle.widget()->width() / 2, idle.widget()->height() / 2));
     QTRY_VERIFY(main.Visible());
     QVERIFY(!idle.Visible());
     QCOMPARE(p.sounds.value(0), QStringLiteral("Click.WAV"));

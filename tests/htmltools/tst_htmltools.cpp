@@ -134,7 +134,7 @@ void TestHtmlTools::editorResizeRule()
     Tools tools;
     EditorFRM& editor = tools.open<EditorFRM>();
     editor.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&editor));
+    QVERIFY(QTest::qWaitForWindowExposed(editor.widget()));
     if (width < 1000) { // the size before, which a window too small leaves
         editor.setWidth(4000);
         editor.setHeight(3000);
@@ -152,7 +152,7 @@ void TestHtmlTools::previewResizeRuleTrapsNothing()
 {
     Tools tools;
     EditorBrowserFRM& preview = tools.open<EditorBrowserFRM>(); // it shows itself
-    QVERIFY(QTest::qWaitForWindowExposed(&preview));
+    QVERIFY(QTest::qWaitForWindowExposed(preview.widget()));
     preview.setWidth(8280);
     QCOMPARE(preview.BrowserWindow.Width(), 7920);
     QCOMPARE(tools.t.untrappedErrors, QList<int>{});

@@ -118,7 +118,7 @@ void TestComponents::directoryList()
     QCOMPARE(next.Err(), int(ErrPathNotFound));
     QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
     holder.Show(); // filled when first shown, opened at its path
-    QVERIFY(QTest::qWaitForWindowExposed(&holder));
+    QVERIFY(QTest::qWaitForWindowExposed(holder.widget()));
     QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
 
     // An arrow key only highlights the sub-directory; Enter opens it.

@@ -153,8 +153,8 @@ void TestForms::closeButtonUnloads()
 {
     TestRuntime t;
     form<Sample>().Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&form<Sample>()));
-    form<Sample>().close();
+    QVERIFY(QTest::qWaitForWindowExposed(form<Sample>().widget()));
+    form<Sample>().widget()->close();
     QCOMPARE(g_unloads, 1);
     QVERIFY(!t.runtime().forms().isLoaded<Sample>());
 }
@@ -315,7 +315,7 @@ void TestForms::windowOuterSize()
     QCOMPARE(TwipsPerPixelX(), 15.0);
     QCOMPARE(ScreenWidth(), 1280 * 15);
     sample.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
     QSignalSpy written(&sample, &Form::sizeWritten);
     sample.setWidth(5000);
     sample.setHeight(4000);
@@ -324,7 +324,7 @@ void TestForms::windowOuterSize()
     QCOMPARE(written.count(), 2);
     QCOMPARE(written.at(1).at(1).toInt(), 4000);
     // The frame is what the window manager reports; on this screen there is none.
-    QCOMPARE(sample.frameGeometry().size(), QSize(333, 267));
+    QCOMPARE(sample.widget()->frameGeometry().size(), QSize(333, 267));
     sample.setWindowState(vbMaximized);
     QCOMPARE(sample.WindowState(), int(vbMaximized));
     sample.setWindowState(vbNormal);
@@ -339,9 +339,9 @@ void TestForms::drawingInAUserScale()
     sample.Scale(0, 0, 100, 100);
     QCOMPARE(sample.ScaleWidth(), 100.0);
     sample.Line(0, 50, 100, 50, RGB(255, 0, 0));
-    const int y = sample.height() / 2;
-    QCOMPARE(sample.surface().pixelColor(sample.width() / 2, y), QColor(255, 0, 0));
-    QCOMPARE(sample.surface().pixelColor(sample.width() / 2, y / 2), QColor(0, 0, 0));
+    const int y = sample.widget()->height() / 2;
+    QCOMPARE(sample.surface().pixelColor(sample.widget()->width() / 2, y), QColor(255, 0, 0));
+    QCOMPARE(sample.surface().pixelColor(sample.widget()->width() / 2, y / 2), QColor(0, 0, 0));
 
     sample.ScalePixels();
     sample.Circle(10, 10, 0, RGB(0, 255, 0)); // radius 0: a dot
@@ -350,7 +350,7 @@ void TestForms::drawingInAUserScale()
     QCOMPARE(sample.surface().pixelColor(50, 40), QColor(0, 0, 255));
 
     sample.setBackColor(vbWhite); // setting the background clears the drawing
-    QCOMPARE(sample.surface().pixelColor(sample.width() / 2, y), QColor(255, 255, 255));
+    QCOMPARE(sample.surface().pixelColor(sample.widget()->width() / 2, y), QColor(255, 255, 255));
     QCOMPARE(sample.surface().pixelColor(50, 40), QColor(255, 255, 255));
 
     // Drawn over and over without a pause, and cleared in the middle: what follows the clear
@@ -373,7 +373,7 @@ void TestForms::controlArrayClickReceivesIndex()
     QList<int> clicked;
     sample.Info.onClick([&](int index) { clicked << index; });
     sample.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
     input::click(sample.Info(2));
     input::click(sample.Info(0));
     QCOMPARE(clicked, (QList<int>{2, 0}));
@@ -390,7 +390,7 @@ void TestForms::controlArraysOfEveryKindPassTheIndex()
     w.Pics.onMouseUp([&](int i, int button, int, double, double) { seen << QStringLiteral("up %1 %2").arg(i).arg(button); });
     w.Pics.onClick([&](int i) { seen << QStringLiteral("pic %1").arg(i); });
     w.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    QVERIFY(QTest::qWaitForWindowExposed(w.widget()));
     input::click(w.Keys(1));
     input::type(w.Keys(2), QStringLiteral("a"));
     input::click(w.Pics(1), Qt::RightButton);
@@ -446,7 +446,7 @@ void TestForms::windowMouseEventsInTheWindowsScale()
     TestRuntime t;
     Arrays& w = form<Arrays>();
     w.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&w));
+    QVERIFY(QTest::qWaitForWindowExposed(w.widget()));
     input::press(w, QPoint(200, 100));
     input::move(w, QPoint(210, 110)); // the button is still held
     input::release(w, QPoint(210, 110));
@@ -457,7 +457,7 @@ void TestForms::windowMouseEventsInTheWindowsScale()
 
     w.events.clear();
     w.Scale(0, 0, 100, 100);
-    input::doubleClick(w, QPoint(w.width() / 2, w.height() / 2));
+    input::doubleClick(w, QPoint(w.widget()->width() / 2, w.widget()->height() / 2));
     QVERIFY(w.events.contains(QStringLiteral("dblclick")));
     QVERIFY(w.events.contains(QStringLiteral("down 1 50 50")));
     QCOMPARE(w.events.count(QStringLiteral("click")), 1); // the second press is the double-click's
@@ -468,7 +468,7 @@ void TestForms::drawingReachesTheScreenOncePerFrame()
     TestRuntime t;
     Sample& sample = form<Sample>();
     sample.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
     int paints = 0;
     struct Counter : QObject {
         int* n;
@@ -480,7 +480,7 @@ void TestForms::drawingReachesTheScreenOncePerFrame()
         }
     } counter;
     counter.n = &paints;
-    sample.installEventFilter(&counter);
+    sample.widget()->installEventFilter(&counter);
     QElapsedTimer clock;
     clock.start();
     for (int i = 0; i < 400; ++i) {
@@ -499,7 +499,7 @@ void TestForms::keyPressSeesTextBeforeTheKey()
     TestRuntime t;
     Sample& sample = form<Sample>();
     sample.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
     QStringList seen;
     QList<int> codes;
     sample.Text1.onKeyPress([&](std::int16_t& key) {
@@ -522,13 +522,13 @@ void TestForms::clickOnALabelIsNotAWindowClick()
     TestRuntime t;
     Sample& sample = form<Sample>();
     sample.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&sample));
+    QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
     int labelClicks = 0;
     sample.Label1.onClick([&] { ++labelClicks; });
     input::click(sample.Label1);
     QCOMPARE(labelClicks, 1);
     QCOMPARE(g_clicks, 0);
-    input::click(sample, QPoint(sample.width() - 5, sample.height() - 5));
+    input::click(sample, QPoint(sample.widget()->width() - 5, sample.widget()->height() - 5));
     QCOMPARE(g_clicks, 1);
 }
 

@@ -121,8 +121,8 @@ void TestCaptions::everyCaptionFits()
     runHandler([&] { window = &open(); });
     QVERIFY(window);
     window->Show();
-    QVERIFY(QTest::qWaitForWindowExposed(window));
-    const QList<Fit> fits = captionsOf(*window);
+    QVERIFY(QTest::qWaitForWindowExposed(window->widget()));
+    const QList<Fit> fits = captionsOf(*window->widget());
     QVERIFY(!fits.isEmpty());
     for (const Fit& fit : fits)
         QVERIFY2(fit.needed <= fit.room, qPrintable(QStringLiteral("\"%1\" needs %2 px, has %3").arg(fit.text).arg(fit.needed).arg(fit.room)));

@@ -194,11 +194,11 @@ void TestProcedures::squeezeStretchSizes()
     QFETCH(QList<int>, heights);
     TestRuntime t;
     Host& host = form<Host>();
-    host.setBorderless();
+    host.setBorderStyle(platform::vbBSNone);
     host.setWidth(6000);
     host.setHeight(height);
     host.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(&host));
+    QVERIFY(QTest::qWaitForWindowExposed(host.widget()));
 
     QList<int> writtenHeights, writtenWidths;
     QObject::connect(&host, &Form::sizeWritten, [&](int w, int h) {
@@ -256,8 +256,8 @@ void TestProcedures::randomLines()
     QCOMPARE(Rnd(), replay.Rnd());
     int coloured = 0;
     const QImage& s = host.surface();
-    for (int y = 0; y < host.height(); y += 3)
-        for (int x = 0; x < host.width(); x += 3)
+    for (int y = 0; y < host.widget()->height(); y += 3)
+        for (int x = 0; x < host.widget()->width(); x += 3)
             coloured += s.pixelColor(x, y) != Qt::black;
     QVERIFY(coloured > 100);
 }
@@ -268,8 +268,8 @@ void TestProcedures::stayOnTop()
     Host& host = form<Host>();
     host.Show();
     StayOnTop(host);
-    QVERIFY(host.windowFlags() & Qt::WindowStaysOnTopHint);
-    QVERIFY(host.isVisible());
+    QVERIFY(host.widget()->windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(host.widget()->isVisible());
 }
 
 void TestProcedures::colorHolder_data()
@@ -301,7 +301,7 @@ void TestProcedures::statusPopUpLingers()
     QVERIFY(!form<StatF>().Visible());
     form<StatF>().Show();
     form<StatF>().Info.setCaption(QStringLiteral("Glide Path Succesfully Loaded. Enjoy."));
-    QVERIFY(form<StatF>().windowFlags() & Qt::WindowStaysOnTopHint);
+    QVERIFY(form<StatF>().widget()->windowFlags() & Qt::WindowStaysOnTopHint);
 
     QString shownDuringPause;
     QTimer::singleShot(300, [&] {
