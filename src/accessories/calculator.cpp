@@ -4,6 +4,7 @@
 #include "shared/window_look.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -41,6 +42,17 @@ void addKeys(Form& window, ControlArray<CommandButton>& keys, const char* name, 
     for (const Key& k : table)
         keys.add(window, name, k.index, TwipsRect{k.left, k.top, k.width, kKey}, QString::fromLatin1(k.caption));
 }
+
+const Wiring<CalculatorFRM> kWiring[] = {
+    {OnClick, &CalculatorFRM::numero, &CalculatorFRM::numero_Click},
+    {OnClick, &CalculatorFRM::cmdDot, &CalculatorFRM::cmdDot_Click},
+    {OnClick, &CalculatorFRM::operator_, &CalculatorFRM::operator_Click},
+    {OnClick, &CalculatorFRM::cmdEqual, &CalculatorFRM::cmdEqual_Click},
+    {OnClick, &CalculatorFRM::cmdCancel, &CalculatorFRM::cmdCancel_Click},
+    {OnClick, &CalculatorFRM::cmdFunction, &CalculatorFRM::cmdFunction_Click},
+    {OnClick, &CalculatorFRM::cmdMemory, &CalculatorFRM::cmdMemory_Click},
+    {OnKeyPress, &CalculatorFRM::cmdEqual, &CalculatorFRM::cmdEqual_KeyPress},
+};
 
 // Whatever a handler did, the window shows the engine's display and memory mark afterwards,
 // also when the handler ends in an error the window does not trap.
@@ -102,15 +114,7 @@ CalculatorFRM::CalculatorFRM() : Form("CalculatorFRM", kClientWidth, kClientHeig
 
     // No layout handler: the window keeps its designed size.
     setBorderStyle(vbFixedSingle);
-
-    numero.onClick([this](int i) { numero_Click(i); });
-    cmdDot.onClick([this] { cmdDot_Click(); });
-    operator_.onClick([this](int i) { operator_Click(i); });
-    cmdEqual.onClick([this] { cmdEqual_Click(); });
-    cmdCancel.onClick([this](int i) { cmdCancel_Click(i); });
-    cmdFunction.onClick([this](int i) { cmdFunction_Click(i); });
-    cmdMemory.onClick([this](int i) { cmdMemory_Click(i); });
-    cmdEqual.onKeyPress([this](std::int16_t& key) { cmdEqual_KeyPress(key); });
+    wire(*this, kWiring);
 }
 
 void CalculatorFRM::refreshDisplay()

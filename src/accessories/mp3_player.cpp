@@ -4,6 +4,7 @@
 #include "shared/window_look.h"
 #include "platform/paths.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -14,6 +15,12 @@ constexpr int kHideReadOnly = 4; // the dialog's flag that hides its read-only c
 const QString kLoadFilter = QStringLiteral("MP3 Files (*.MP3)|*.MP3");
 // Kept: shorter than at load; changed, the dialog's file type box would read as it does at load.
 const QString kMoreFilter = QStringLiteral("MP3 Files|*.MP3");
+
+const Wiring<MP3PlayerFRM> kWiring[] = {
+    {OnClick, &MP3PlayerFRM::ExitMe, &MP3PlayerFRM::ExitMe_Click},
+    {OnClick, &MP3PlayerFRM::MiniMe, &MP3PlayerFRM::MiniMe_Click},
+    {OnClick, &MP3PlayerFRM::OpenMore, &MP3PlayerFRM::OpenMore_Click},
+};
 } // namespace
 
 MP3PlayerFRM::MP3PlayerFRM() : Form("MP3PlayerFRM", kClientWidth, kClientHeight)
@@ -28,9 +35,7 @@ MP3PlayerFRM::MP3PlayerFRM() : Form("MP3PlayerFRM", kClientWidth, kClientHeight)
     OpenMore.setAccessibleName(QStringLiteral("Open Another MP3 File."));
     // No layout handler: the player keeps its designed size.
     setBorderStyle(vbFixedSingle);
-    ExitMe.onClick([this] { ExitMe_Click(); });
-    MiniMe.onClick([this] { MiniMe_Click(); });
-    OpenMore.onClick([this] { OpenMore_Click(); });
+    wire(*this, kWiring);
 }
 
 void MP3PlayerFRM::Form_Load()

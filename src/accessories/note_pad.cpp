@@ -4,6 +4,7 @@
 #include "shared/window_look.h"
 #include "shared/settings.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -19,6 +20,10 @@ QString notesFile()
 {
     return AppPath() + "/Notes.TXT";
 }
+
+const Wiring<NotePadFRM> kWiring[] = {
+    {OnChange, &NotePadFRM::Data, &NotePadFRM::Data_Change},
+};
 } // namespace
 
 NotePadFRM::NotePadFRM() : Form("NotePadFRM", kClientWidth, kClientHeight)
@@ -28,7 +33,7 @@ NotePadFRM::NotePadFRM() : Form("NotePadFRM", kClientWidth, kClientHeight)
     Data.setForeColor(kLightGrey);
     Data.setBackColor(kDarkGrey);
     Data.setScrollBars(vbVertical);
-    Data.onChange([this] { Data_Change(); });
+    wire(*this, kWiring);
 }
 
 void NotePadFRM::Form_Load()

@@ -5,6 +5,7 @@
 #include "startup/intro.h"
 #include "shared/settings.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -29,6 +30,10 @@ constexpr Line kLines[] = {
      {1800, 2160, 4860, 660}},
 };
 
+const Wiring<SecretPlace> kWiring[] = {
+    {OnTimer, &SecretPlace::Timer, &SecretPlace::Timer_Timer},
+};
+
 } // namespace
 
 SecretPlace::SecretPlace() : Form("SecretPlace", kClientWidth, kClientHeight)
@@ -49,7 +54,7 @@ SecretPlace::SecretPlace() : Form("SecretPlace", kClientWidth, kClientHeight)
         UseWindowFont({&label});
         label.setWordWrap(true);
     }
-    Timer.onTimer([this] { Timer_Timer(); });
+    wire(*this, kWiring);
 }
 
 void SecretPlace::Form_Load()

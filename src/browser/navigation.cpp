@@ -1,15 +1,12 @@
-// The six themed buttons with their pressed and released bitmaps, the address box's Enter
-
-#include "shared/window_look.h"
-// and access phrase, and Copy URL.
+// The six themed buttons, the address box's Enter and access phrase, and Copy URL.
 
 #include "main_window.h"
 
 #include "accessories/secret_place.h"
 #include "companions/home_page.h"
 #include "shared/procedures.h"
+#include "shared/window_look.h"
 #include "platform/clipboard.h"
-#include "platform/picture.h"
 #include "platform/runtime.h"
 
 using namespace platform;
@@ -17,24 +14,6 @@ using namespace platform;
 namespace {
 const QString kAccessPhrase = QStringLiteral("Crane at Dusk");
 } // namespace
-
-void MainFRM::wireNavigation()
-{
-    Back.onClick([this] { Back_Click(); });
-    ForwardF.onClick([this] { ForwardF_Click(); });
-    Go.onClick([this] { Go_Click(); });
-    Home.onClick([this] { Home_Click(); });
-    RefreshR.onClick([this] { RefreshR_Click(); });
-    StopS.onClick([this] { StopS_Click(); });
-    UseThemedButtonLook(Back, QStringLiteral("Back"));
-    UseThemedButtonLook(ForwardF, QStringLiteral("Forward"));
-    UseThemedButtonLook(Go, QStringLiteral("Go"));
-    UseThemedButtonLook(Home, QStringLiteral("Home"));
-    UseThemedButtonLook(RefreshR, QStringLiteral("Refresh"));
-    UseThemedButtonLook(StopS, QStringLiteral("Stop"));
-    URLC.onKeyPress([this](std::int16_t& key) { URLC_KeyPress(key); });
-    CopyURL.onClick([this] { CopyURL_Click(); });
-}
 
 void MainFRM::Back_Click()
 {

@@ -9,17 +9,7 @@ using namespace platform;
 namespace {
 constexpr std::int16_t kTrue = -1;
 constexpr std::int16_t kFalse = 0;
-// The blocker's tick keeps nothing, so its pace cannot be seen; at the floor it would wake an
-// idle browser 62 times a second for nothing.
-constexpr int kAdBlockerPaceMs = 1000;
 } // namespace
-
-void MainFRM::wirePopUpBlocker()
-{
-    AdBlocker.onTimer([this] { AdBlocker_Timer(); });
-    AdBlocker.setPace(kAdBlockerPaceMs);
-    BrowserWindow.onNewWindow2([this](bool& cancel) { BrowserWindow_NewWindow2(cancel); });
-}
 
 void MainFRM::AdBlocker_Timer()
 {

@@ -7,6 +7,7 @@
 #include "platform/convert.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -31,6 +32,10 @@ constexpr Caption kCaptions[] = {
     {"Width (Pixles):", {120, 3120, 1575, 255}},   {"Window State:", {120, 1920, 1575, 255}},
 };
 
+const Wiring<BrowserStatusFRM> kWiring[] = {
+    {OnTimer, &BrowserStatusFRM::Timer, &BrowserStatusFRM::Timer_Timer},
+};
+
 } // namespace
 
 BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kClientHeight)
@@ -44,7 +49,7 @@ BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kC
     }
     Info(1).setForeColor(kLightGrey);
     Timer.setHiddenPace(kHiddenPaceMs, platform::Timer::CatchUp::AtShow);
-    Timer.onTimer([this] { Timer_Timer(); });
+    wire(*this, kWiring);
 }
 
 std::vector<Label*> BrowserStatusFRM::labels()

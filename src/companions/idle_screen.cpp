@@ -6,6 +6,7 @@
 #include "platform/colors.h"
 #include "platform/convert.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 #include <algorithm>
 
@@ -18,6 +19,11 @@ constexpr double kTimeFontPoints = 14.25;
 
 // A colour component: Rnd scaled to 0..255, rounded half to even.
 int component() { return int(RoundHalfEven(Rnd() * 255)); }
+
+const Wiring<IdleFRM> kWiring[] = {
+    {OnTimer, &IdleFRM::TimeL, &IdleFRM::TimeL_Timer},
+    {OnTimer, &IdleFRM::SS, &IdleFRM::SS_Timer},
+};
 } // namespace
 
 IdleFRM::IdleFRM() : Form("IdleFRM", kClientWidth, kClientHeight)
@@ -29,8 +35,7 @@ IdleFRM::IdleFRM() : Form("IdleFRM", kClientWidth, kClientHeight)
     UseWindowFont({&TimeLBL}, kTimeFontPoints);
     SS.setPace(kFramePaceMs);
     SS.setHiddenPace(kHiddenPaceMs);
-    TimeL.onTimer([this] { TimeL_Timer(); });
-    SS.onTimer([this] { SS_Timer(); });
+    wire(*this, kWiring);
 }
 
 void IdleFRM::Form_Load()

@@ -9,6 +9,7 @@
 #include "shared/settings.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -18,6 +19,12 @@ constexpr int kClientHeight = 6840;
 const QString kLoading = QStringLiteral("Loading HTML Code... Please Wait.");
 const QString kDone = QStringLiteral("Done Loading HTML Code.");
 const QString kNothing = QStringLiteral("There Was an Error. Check Your Internet Connection or URL.");
+
+const Wiring<HTMLViewerFRM> kWiring[] = {
+    {OnClick, &HTMLViewerFRM::VS, &HTMLViewerFRM::VS_Click},
+    {OnKeyPress, &HTMLViewerFRM::URL, &HTMLViewerFRM::URL_KeyPress},
+    {OnClick, &HTMLViewerFRM::OpenInEd, &HTMLViewerFRM::OpenInEd_Click},
+};
 } // namespace
 
 HTMLViewerFRM::HTMLViewerFRM() : Form("HTMLViewerFRM", kClientWidth, kClientHeight)
@@ -29,9 +36,7 @@ HTMLViewerFRM::HTMLViewerFRM() : Form("HTMLViewerFRM", kClientWidth, kClientHeig
     ImagePic.ZOrder(1);
     // Tab order: the address, View Source, the source, then Open In Editor.
     SetTabOrder({&URL, &VS, &HTML, &OpenInEd});
-    VS.onClick([this] { VS_Click(); });
-    URL.onKeyPress([this](std::int16_t& key) { URL_KeyPress(key); });
-    OpenInEd.onClick([this] { OpenInEd_Click(); });
+    wire(*this, kWiring);
 }
 
 void HTMLViewerFRM::Form_Load()

@@ -6,6 +6,7 @@
 #include "startup/theme_selector.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -14,6 +15,10 @@ constexpr int kClientWidth = 7335;
 constexpr int kClientHeight = 2535;
 constexpr int kPictureMargins = 480; // 240 twips on each side of the picture
 constexpr int kNoButtonStyle = 8;    // names no standard button set: a single OK
+
+const Wiring<IntroFRM> kWiring[] = {
+    {OnClick, &IntroFRM::ClickAnywhereToEnter, &IntroFRM::ClickAnywhereToEnter_Click},
+};
 } // namespace
 
 IntroFRM::IntroFRM() : Form("IntroFRM", kClientWidth, kClientHeight)
@@ -24,9 +29,9 @@ IntroFRM::IntroFRM() : Form("IntroFRM", kClientWidth, kClientHeight)
     // The text stands in the bottom margin, clear of the picture.
     ClickAnywhereToEnter.setAlignment(vbCenter, Label::Vertical::Bottom);
     ClickAnywhereToEnter.setAccessibleName(QStringLiteral("Click Anywhere To Enter."));
-    ClickAnywhereToEnter.onClick([this] { ClickAnywhereToEnter_Click(); });
     Player.setVisible(false);
     CentreOnScreen();
+    wire(*this, kWiring);
 }
 
 void IntroFRM::Form_Load()
