@@ -4,6 +4,7 @@
 // over one Qt widget with the classic property names.
 
 #include "control.h"
+#include "crlf_text.h"
 
 #include <QPixmap>
 
@@ -74,20 +75,15 @@ public:
 private:
     QString shown() const;
 
-    // A multi-line box's text follows every change its document reports, so that reading a
-    // long text costs no more than its copy (a note pad reads its whole text on every
-    // keystroke): the raw text (line breaks as paragraph separators, the final one included)
-    // and the same with CR LF line breaks. followed() is false where a report could not be
-    // followed and the text is read whole.
+    // A multi-line box's text as CR LF text, followed through every change its document
+    // reports; false where it could not be and the text is read whole.
     bool followed() const;
     void followChange(int position, int removed, int added);
 
     QLineEdit* m_single = nullptr;
     QPlainTextEdit* m_multi = nullptr;
     WrittenText m_text;
-    mutable QString m_raw;
-    mutable QString m_crlf;
-    mutable bool m_following = false;
+    mutable CrLfText m_crlf;
 };
 
 // Space or Enter presses the button that has the focus, as on the classic desktop. A caption
