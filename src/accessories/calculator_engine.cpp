@@ -143,7 +143,7 @@ void CalculatorEngine::function(int index)
         break;
     case 3:
         if (valueOf(display) == 0) {
-            display = QStringLiteral("Error"); // kept: a user sees "Error" for the root of 0, not 0
+            display = QStringLiteral("Error"); // Kept: a user sees "Error" for the root of 0, not 0
         } else {
             const double value = valueOf(display);
             if (value < 0)

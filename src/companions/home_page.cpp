@@ -40,7 +40,7 @@ void HomePageFRM::OkCMD_Click()
     // Errors: none trapped.
     SaveTextFile(Data, AppPath() + "/HomePage.TXT");
     PlayClickSound();
-    Hide(); // kept: only hidden; a user reopening it finds what it held, not the current address
+    Hide(); // Kept: only hidden; a user reopening it finds what it held, not the current address
 }
 
 void HomePageFRM::Data_KeyPress(std::int16_t& keyAscii)

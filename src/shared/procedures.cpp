@@ -99,7 +99,7 @@ void WriteIniValue(const QString& section, const QString& key, const QString& va
     // Errors: ignored, statement by statement.
     OnErrorResumeNext next;
     QString upperKey;
-    next([&] { upperKey = key.toUpper(); }); // kept: changed, a user's INI file would read "Dir=", not "DIR="
+    next([&] { upperKey = key.toUpper(); }); // Kept: changed, a user's INI file would read "Dir=", not "DIR="
     next([&] { WritePrivateProfileStringA(section, upperKey, value, file); });
 }
 

@@ -9,7 +9,7 @@ using namespace platform;
 namespace {
 constexpr int kClientWidth = 5055;
 constexpr int kClientHeight = 495;
-constexpr double kLingerSeconds = 0.6; // kept: Pause's whole seconds make it 1, so a user sees the text a second
+constexpr double kLingerSeconds = 0.6; // Kept: Pause's whole seconds make it 1, so a user sees the text a second
 } // namespace
 
 StatF::StatF() : Form("StatF", kClientWidth, kClientHeight)
