@@ -128,9 +128,9 @@ void notePad()
         form<ThemeSelector>().TPath.setText(kTheme);
         NotePadFRM& pad = form<NotePadFRM>();
         pad.Show();
-        waitUntilShown(pad);
-        pad.activateWindow();
-        waitUntilActive(pad);
+        waitUntilShown(*pad.widget());
+        pad.widget()->activateWindow();
+        waitUntilActive(*pad.widget());
         pad.Data.SetFocus();
         QTest::qWait(200);
 
@@ -144,7 +144,7 @@ void notePad()
             saves.push_back(t.nsecsElapsed() / 1e6);
         }
         std::vector<double> keys;
-        QWindow* window = pad.windowHandle();
+        QWindow* window = pad.widget()->windowHandle();
         for (int i = 0; i < kKeystrokes; ++i) {
             QElapsedTimer t;
             t.start();
@@ -204,10 +204,10 @@ void doodle()
     form<ThemeSelector>().TPath.setText(kTheme);
     DoodleFRM& pad = form<DoodleFRM>();
     pad.Show();
-    waitUntilShown(pad);
+    waitUntilShown(*pad.widget());
     QTest::qWait(100);
-    QWindow* window = pad.windowHandle();
-    const QSize area = pad.size() - QSize(40, 40);
+    QWindow* window = pad.widget()->windowHandle();
+    const QSize area = pad.widget()->size() - QSize(40, 40);
     auto point = [&](int i) {
         return QPoint(20 + (i * 37) % area.width(), 20 + (i * 53) % area.height());
     };
@@ -238,12 +238,12 @@ void doodle()
     malloc_trim(0);
     const size_t after = mallinfo2().uordblks;
     double c0 = cpuMs();
-    pad.repaint();
+    pad.widget()->repaint();
     const double repaint = cpuMs() - c0;
     // A resized window draws every segment anew.
-    pad.resize(pad.width() + 1, pad.height());
+    pad.widget()->resize(pad.widget()->width() + 1, pad.widget()->height());
     c0 = cpuMs();
-    pad.repaint();
+    pad.widget()->repaint();
     const double redraw = cpuMs() - c0;
     std::printf("doodle pad: %d segments drawn by mouse moves (%d lines loaded)\n", kSegments, pad.Line1.Count() - 1);
     std::printf("doodle pad: memory per segment                 %8.1f bytes  (goal 64)\n", double(after - before) / kSegments);

@@ -53,7 +53,7 @@ void lines(int width)
     pad.Line1(0).setVisible(false);
     pad.Line1(0).setBorderWidth(width);
     pad.Show();
-    waitUntilShown(pad);
+    waitUntilShown(*pad.widget());
     // The first segment makes the window's one-off buffers (its layer's picture, the screen's
     // backing store); what is counted is what each further segment adds.
     pad.Line1.Load(1).setVisible(true);
@@ -79,13 +79,13 @@ void lines(int width)
     const size_t after = mallinfo2().uordblks;
     // A full repaint of the window, all segments shown again (as after being uncovered).
     double c0 = cpuMs();
-    pad.repaint();
+    pad.widget()->repaint();
     const double repaint = cpuMs() - c0;
     // A change to a segment already drawn: every one of them drawn again, then shown.
     pad.Line1(1).setBorderColor(0x00FF00);
     c0 = cpuMs();
     pad.graphicsLayer().picture();
-    pad.repaint();
+    pad.widget()->repaint();
     const double redraw = cpuMs() - c0;
     std::printf("lines, %d px pen: memory per segment          %8.1f bytes  (goal 64)\n", width, double(after - before) / kSegments);
     std::printf("lines, %d px pen: adding one, first 1,000     %8.4f ms    (goal 0.1)\n", width, early / 1000);
@@ -97,9 +97,9 @@ void lines(int width)
 void idleTick()
 {
     Pad screen(1280 * 15, 1024 * 15);
-    screen.setBorderless();
+    screen.setBorderStyle(vbBSNone);
     screen.Show();
-    waitUntilShown(screen);
+    waitUntilShown(*screen.widget());
     double worst = 0, total = 0;
     constexpr int kTicks = 5;
     for (int tick = 0; tick < kTicks; ++tick) {

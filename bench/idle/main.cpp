@@ -44,9 +44,9 @@ int main(int argc, char* argv[])
     platform::Runtime runtime(dir.path());
     IdleFRM& idle = platform::form<IdleFRM>();
     idle.Show();
-    waitUntilShown(idle);
+    waitUntilShown(*idle.widget());
     QTest::qWait(kSettleMs);
-    const QSize drawn = idle.size();
+    const QSize drawn = idle.widget()->size();
     const double shown = shareOfACore();
     idle.Hide();
     QTest::qWait(kSettleMs);

@@ -56,11 +56,11 @@ Figures measure(Editor& editor, const QString& text)
         QCoreApplication::processEvents();
     }
     editor.RichText.widget()->setFocus();
-    waitUntilActive(editor);
+    waitUntilActive(*editor.widget());
     QWidget* area = editor.RichText.widget();
     for (int run = 0; run < 20; ++run) {
         clock.start();
-        QTest::keyClick(editor.windowHandle(), 'x'); // through the window, as a keyboard types
+        QTest::keyClick(editor.widget()->windowHandle(), 'x'); // through the window, as a keyboard types
         area->repaint();                             // and on the screen
         keys.push_back(clock.nsecsElapsed() / 1e6);
     }
@@ -75,7 +75,7 @@ int main(int argc, char* argv[])
     Runtime runtime;
     Editor editor;
     editor.Show();
-    waitUntilShown(editor);
+    waitUntilShown(*editor.widget());
     const QString lines = document();
     const Figures many = measure(editor, lines);
     const Figures one = measure(editor, QString(lines).remove(QStringLiteral("\r\n")));

@@ -1,7 +1,7 @@
 #include "about.h"
 
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/picture.h"
 
 using namespace platform;
@@ -10,7 +10,6 @@ namespace {
 
 constexpr int kClientWidth = 6495;
 constexpr int kClientHeight = 7455;
-constexpr int kLabels = 15;
 constexpr double kTitlePoints = 20.25;
 constexpr double kProgrammerPoints = 9.75;
 constexpr OleColor kLightGrey = RGB(224, 224, 224);
@@ -58,13 +57,13 @@ AboutFRM::AboutFRM() : Form("AboutFRM", kClientWidth, kClientHeight)
         label.setForeColor(vbWhite);
     }
     UseWindowFont({&Data(0)}, kTitlePoints);
-    Data(0).setAlignment(2);
+    Data(0).setAlignment(vbCenter);
     UseWindowFont({&Data(1)}, kProgrammerPoints);
     Data(1).setForeColor(kLightGrey);
     Data(3).setWordWrap(true);
-    Data(14).setAlignment(2);
+    Data(14).setAlignment(vbCenter);
     // No layout handler: the window keeps its designed size.
-    setFixedSize(size());
+    setBorderStyle(vbFixedSingle);
 }
 
 void AboutFRM::Form_Load()
@@ -72,8 +71,8 @@ void AboutFRM::Form_Load()
     // Errors: none trapped (a missing theme bitmap ends the program).
     PlayOpenSound();
     // The code is read afresh for every label and every test.
-    for (int i = 0; i < kLabels; ++i)
-        ApplyFontColour({&Data(i)}, kColours);
+    for (Label& label : Data)
+        ApplyFontColour({&label}, kColours);
     BGI.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
 }
 

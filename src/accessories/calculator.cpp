@@ -1,12 +1,10 @@
 #include "calculator.h"
 
-#include "shared/procedures.h"
+#include "shared/settings.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
-
-#include <QLineEdit>
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -45,6 +43,17 @@ void addKeys(Form& window, ControlArray<CommandButton>& keys, const char* name, 
         keys.add(window, name, k.index, TwipsRect{k.left, k.top, k.width, kKey}, QString::fromLatin1(k.caption));
 }
 
+const Wiring<CalculatorFRM> kWiring[] = {
+    {OnClick, &CalculatorFRM::numero, &CalculatorFRM::numero_Click},
+    {OnClick, &CalculatorFRM::cmdDot, &CalculatorFRM::cmdDot_Click},
+    {OnClick, &CalculatorFRM::operator_, &CalculatorFRM::operator_Click},
+    {OnClick, &CalculatorFRM::cmdEqual, &CalculatorFRM::cmdEqual_Click},
+    {OnClick, &CalculatorFRM::cmdCancel, &CalculatorFRM::cmdCancel_Click},
+    {OnClick, &CalculatorFRM::cmdFunction, &CalculatorFRM::cmdFunction_Click},
+    {OnClick, &CalculatorFRM::cmdMemory, &CalculatorFRM::cmdMemory_Click},
+    {OnKeyPress, &CalculatorFRM::cmdEqual, &CalculatorFRM::cmdEqual_KeyPress},
+};
+
 // Whatever a handler did, the window shows the engine's display and memory mark afterwards,
 // also when the handler ends in an error the window does not trap.
 class Shown {
@@ -69,63 +78,46 @@ CalculatorFRM::CalculatorFRM() : Form("CalculatorFRM", kClientWidth, kClientHeig
 
     UseWindowFont({&txtDisplay, &cmdDot, &cmdEqual}, kKeyPoints);
     UseWindowFont({&lblMem}, kKeyPoints, true);
-    for (int i = 0; i < 3; ++i)
-        UseWindowFont({&cmdCancel(i)}, kKeyPoints);
-    for (int i = 0; i < 4; ++i)
-        UseWindowFont({&cmdMemory(i)}, kKeyPoints, true);
-    for (int i = 0; i < 10; ++i)
-        UseWindowFont({&numero(i)}, kKeyPoints);
-    for (int i = 0; i < 4; ++i)
-        UseWindowFont({&operator_(i)}, kKeyPoints);
+    for (CommandButton& key : cmdCancel)
+        UseWindowFont({&key}, kKeyPoints);
+    for (CommandButton& key : cmdMemory)
+        UseWindowFont({&key}, kKeyPoints, true);
+    for (CommandButton& key : numero)
+        UseWindowFont({&key}, kKeyPoints);
+    for (CommandButton& key : operator_)
+        UseWindowFont({&key}, kKeyPoints);
     UseWindowFont({&cmdFunction(0), &cmdFunction(1)}, kSmallKeyPoints);
     UseWindowFont({&cmdFunction(2)}, kKeyPoints);
     UseWindowFont({&cmdFunction(3)}, kSqrtPoints);
-    // The classic button's bevel is narrower than this desktop's button margins: the function
-    // keys' captions take the whole face, as they were designed to.
-    for (int i = 0; i < 4; ++i)
-        cmdFunction(i).widget()->setStyleSheet(QStringLiteral("padding: 0px"));
-    lblMem.setAlignment(2);
+    for (CommandButton& key : cmdFunction)
+        key.setCaptionFillsFace(); // the captions take the whole face, as they were designed to
+    lblMem.setAlignment(vbCenter);
     lblMem.setAccessibleName(QStringLiteral("Memory"));
 
     // The display only shows: every designed input goes through the keys and the keyboard
     // handler on "=", so a click into it must not take the keyboard away from "=".
     txtDisplay.setLocked(true);
-    txtDisplay.widget()->setFocusPolicy(Qt::NoFocus);
-    static_cast<QLineEdit*>(txtDisplay.widget())->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
+    txtDisplay.setTabStop(false);
+    txtDisplay.setAlignment(vbRightJustify);
 
     // "=" is first in the tab order and has the focus when the window opens.
-    QWidget* previous = cmdEqual.widget();
-    auto chain = [&previous](Control& key) {
-        QWidget::setTabOrder(previous, key.widget());
-        previous = key.widget();
-    };
-    for (int i = 0; i < 3; ++i)
-        chain(cmdCancel(i));
-    for (int i = 0; i < 4; ++i)
-        chain(cmdMemory(i));
-    for (int i = 0; i < 10; ++i)
-        chain(numero(i));
-    chain(cmdDot);
-    for (int i = 0; i < 4; ++i)
-        chain(cmdFunction(i));
-    for (int i = 0; i < 4; ++i)
-        chain(operator_(i));
+    std::vector<Control*> tabOrder{&cmdEqual};
+    for (ControlArray<CommandButton>* keys : {&cmdCancel, &cmdMemory, &numero})
+        for (CommandButton& key : *keys)
+            tabOrder.push_back(&key);
+    tabOrder.push_back(&cmdDot);
+    for (ControlArray<CommandButton>* keys : {&cmdFunction, &operator_})
+        for (CommandButton& key : *keys)
+            tabOrder.push_back(&key);
+    SetTabOrder(tabOrder);
     cmdEqual.SetFocus();
 
     // No layout handler: the window keeps its designed size.
-    setFixedSize(size());
-
-    numero.onClick([this](int i) { numero_Click(i); });
-    cmdDot.onClick([this] { cmdDot_Click(); });
-    operator_.onClick([this](int i) { operator_Click(i); });
-    cmdEqual.onClick([this] { cmdEqual_Click(); });
-    cmdCancel.onClick([this](int i) { cmdCancel_Click(i); });
-    cmdFunction.onClick([this](int i) { cmdFunction_Click(i); });
-    cmdMemory.onClick([this](int i) { cmdMemory_Click(i); });
-    cmdEqual.onKeyPress([this](std::int16_t& key) { cmdEqual_KeyPress(key); });
+    setBorderStyle(vbFixedSingle);
+    wire(*this, kWiring);
 }
 
-void CalculatorFRM::show()
+void CalculatorFRM::refreshDisplay()
 {
     txtDisplay.setText(state.display);
     lblMem.setCaption(state.memoryMark);
@@ -135,14 +127,14 @@ void CalculatorFRM::Form_Load()
 {
     // Errors: none trapped. No unload handler: the window plays no closing sound.
     ImageOne.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
-    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    PlayOpenSound();
 }
 
 void CalculatorFRM::numero_Click(int Index)
 {
     // Errors: none trapped. The only key that clicks.
-    Shown shown([this] { show(); });
-    PlayWave(ThemeDir() + "/Click.WAV");
+    Shown shown([this] { refreshDisplay(); });
+    PlayClickSound();
     state.digit(Index);
     cmdEqual.SetFocus();
 }
@@ -150,7 +142,7 @@ void CalculatorFRM::numero_Click(int Index)
 void CalculatorFRM::cmdDot_Click()
 {
     // Errors: none trapped.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     if (state.dot())
         cmdEqual.SetFocus();
 }
@@ -158,7 +150,7 @@ void CalculatorFRM::cmdDot_Click()
 void CalculatorFRM::operator_Click(int Index)
 {
     // Errors: none trapped (a display beyond the double range is an Overflow).
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     state.operatorKey(Index);
     cmdEqual.SetFocus();
 }
@@ -166,9 +158,9 @@ void CalculatorFRM::operator_Click(int Index)
 void CalculatorFRM::cmdEqual_Click()
 {
     // Errors: trapped: an arithmetic fault shows "Error!!!" and the fault in a message box.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     state.equal([this](const QString& description) {
-        show();
+        refreshDisplay();
         MsgBox(description, vbCritical, QStringLiteral("Glide Path Calculator"));
     });
 }
@@ -176,7 +168,7 @@ void CalculatorFRM::cmdEqual_Click()
 void CalculatorFRM::cmdCancel_Click(int Index)
 {
     // Errors: none trapped; "Back" ignores its own failure on an empty display.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     if (state.cancel(Index))
         cmdEqual.SetFocus();
 }
@@ -184,21 +176,21 @@ void CalculatorFRM::cmdCancel_Click(int Index)
 void CalculatorFRM::cmdFunction_Click(int Index)
 {
     // Errors: none trapped (the square root of a negative value ends the program).
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     state.function(Index);
 }
 
 void CalculatorFRM::cmdMemory_Click(int Index)
 {
     // Errors: none trapped (MS on a display that is no number ends the program).
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     state.memory(Index);
 }
 
 void CalculatorFRM::cmdEqual_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped. Each mapped key is focused and its click handler run.
-    Shown shown([this] { show(); });
+    Shown shown([this] { refreshDisplay(); });
     CalculatorEngine::Keys keys;
     keys.operatorKey = [this](int i) {
         operator_(i).SetFocus();

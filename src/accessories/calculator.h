@@ -45,5 +45,5 @@ protected:
 
 private:
     // The display and the memory mark as the engine left them.
-    void show();
+    void refreshDisplay();
 };

@@ -2,6 +2,7 @@
 
 #include "platform/convert.h"
 #include "platform/errors.h"
+#include "platform/key_codes.h"
 
 #include <cmath>
 
@@ -20,8 +21,6 @@ double checked(double result)
         raiseError(ErrOverflow);
     return result;
 }
-
-constexpr int kBackspace = 8;
 
 } // namespace
 
@@ -81,10 +80,12 @@ void CalculatorEngine::equal(const std::function<void(const QString&)>& report)
             result = checked(Operand1 - Operand2);
         if (PendingOperator == QLatin1String("*"))
             result = checked(Operand1 * Operand2);
+        // Kept: a division by zero gives 0; a user sees "0" where a pocket calculator shows an error.
         if (PendingOperator == QLatin1String("/") && Operand2 != 0)
             result = checked(Operand1 / Operand2);
         display = DoubleToText(result);
         NewNumber = true;
+        // Kept: PendingOperator stays, so "=" again repeats it on the result: 2 + 3 = = shows 10, not 8.
         Operand1 = result;
     } catch (const RuntimeError& fault) {
         display = QStringLiteral("Error!!!");
@@ -137,12 +138,12 @@ void CalculatorEngine::function(int index)
             display = DoubleToText(checked(1 / valueOf(display)));
         break;
     case 2:
-        // The display's digits read as a decimal fraction: "15" is 0.15, "5" is 0.5.
+        // Kept: the digits read as a decimal fraction ("5" is 0.5): 200 * 5 % shows 100, not 10.
         display = DoubleToText(checked(valueOf(QLatin1Char('.') + display) * Operand1));
         break;
     case 3:
         if (valueOf(display) == 0) {
-            display = QStringLiteral("Error");
+            display = QStringLiteral("Error"); // Kept: a user sees "Error" for the root of 0, not 0
         } else {
             const double value = valueOf(display);
             if (value < 0)
@@ -197,7 +198,7 @@ void CalculatorEngine::keyPress(int keyAscii, const Keys& keys)
             digit(keyAscii - '0');
     };
     // Every step runs for every key, one after the other; a key can set off more than one.
-    for (int i = 0; i < 4; ++i) {
+    for (int i = 0; i < int(std::size(kOperators)); ++i) {
         if (keyAscii == kOperators[i].at(0).unicode()) {
             if (keys.operatorKey)
                 keys.operatorKey(i);
@@ -225,7 +226,7 @@ void CalculatorEngine::keyPress(int keyAscii, const Keys& keys)
         pressDigit();
         return;
     }
-    if (keyAscii == kBackspace) {
+    if (keyAscii == vbKeyBack) {
         if (keys.backKey)
             keys.backKey();
         else

@@ -3,6 +3,7 @@
 #include "shared/window_look.h"
 #include "platform/convert.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 #include <algorithm>
 #include <cmath>
@@ -24,6 +25,12 @@ int component(std::int16_t value)
 {
     return std::clamp<int>(value, 0, kComponentMax);
 }
+
+const Wiring<DoodleFRM> kWiring[] = {
+    {OnClick, &DoodleFRM::HideMe, &DoodleFRM::HideMe_Click},
+    {OnClick, &DoodleFRM::TClear, &DoodleFRM::TClear_Click},
+    {OnTimer, &DoodleFRM::Timer, &DoodleFRM::Timer_Timer},
+};
 } // namespace
 
 DoodleFRM::DoodleFRM() : Form("DoodleFRM", kClientWidth, kClientHeight)
@@ -47,9 +54,7 @@ DoodleFRM::DoodleFRM() : Form("DoodleFRM", kClientWidth, kClientHeight)
     UseWindowFont({&TFrame, &Data(3), &Data(4)});
     UseWindowFont({&TClear, &HideMe}, kButtonFontPoints);
 
-    HideMe.onClick([this] { HideMe_Click(); });
-    TClear.onClick([this] { TClear_Click(); });
-    Timer.onTimer([this] { Timer_Timer(); });
+    wire(*this, kWiring);
 }
 
 OleColor DoodleFRM::MixColour(ScrollBar& red, ScrollBar& green, ScrollBar& blue)

@@ -35,6 +35,7 @@ public:
 
     // The drawing state: a 16-bit Boolean (0 false, -1 true), and the previous point, its x as
     // the single-precision number the mouse gave and its y rounded into a 16-bit integer.
+    // Kept: x single, y 16-bit: a press below 32,767 twips ends the program with "Overflow", one as far right does not.
     std::int16_t Drawing = 0;
     float PrevX = 0;
     std::int16_t PrevY = 0;

@@ -2,10 +2,9 @@
 
 #include "shared/procedures.h"
 #include "shared/window_look.h"
+#include "platform/paths.h"
 #include "platform/runtime.h"
-
-#include <QDir>
-#include <QStandardPaths>
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -14,7 +13,14 @@ constexpr int kClientWidth = 4455;
 constexpr int kClientHeight = 2190;
 constexpr int kHideReadOnly = 4; // the dialog's flag that hides its read-only check box
 const QString kLoadFilter = QStringLiteral("MP3 Files (*.MP3)|*.MP3");
-const QString kMoreFilter = QStringLiteral("MP3 Files|*.MP3"); // shorter than at load, as designed
+// Kept: shorter than at load; changed, the dialog's file type box would read as it does at load.
+const QString kMoreFilter = QStringLiteral("MP3 Files|*.MP3");
+
+const Wiring<MP3PlayerFRM> kWiring[] = {
+    {OnClick, &MP3PlayerFRM::ExitMe, &MP3PlayerFRM::ExitMe_Click},
+    {OnClick, &MP3PlayerFRM::MiniMe, &MP3PlayerFRM::MiniMe_Click},
+    {OnClick, &MP3PlayerFRM::OpenMore, &MP3PlayerFRM::OpenMore_Click},
+};
 } // namespace
 
 MP3PlayerFRM::MP3PlayerFRM() : Form("MP3PlayerFRM", kClientWidth, kClientHeight)
@@ -28,18 +34,8 @@ MP3PlayerFRM::MP3PlayerFRM() : Form("MP3PlayerFRM", kClientWidth, kClientHeight)
     OpenMore.setToolTipText(QStringLiteral("Open Another MP3 File."));
     OpenMore.setAccessibleName(QStringLiteral("Open Another MP3 File."));
     // No layout handler: the player keeps its designed size.
-    setFixedSize(size());
-    ExitMe.onClick([this] { ExitMe_Click(); });
-    MiniMe.onClick([this] { MiniMe_Click(); });
-    OpenMore.onClick([this] { OpenMore_Click(); });
-}
-
-QString MP3PlayerFRM::DesktopFolder()
-{
-    // The classic desktop's folder "C:\Windows\Desktop\" is the user's desktop folder here, or
-    // the home folder where there is none; the same on every opening.
-    const QString desktop = QStandardPaths::writableLocation(QStandardPaths::DesktopLocation);
-    return QDir(desktop).exists() ? desktop : QDir::homePath();
+    setBorderStyle(vbFixedSingle);
+    wire(*this, kWiring);
 }
 
 void MP3PlayerFRM::Form_Load()
@@ -95,7 +91,8 @@ void MP3PlayerFRM::ExitMe_Click()
 
 void MP3PlayerFRM::Form_Unload(int& cancel)
 {
-    // Errors: ignored statement by statement. The second unload asked for here has no effect.
+    // Errors: ignored statement by statement.
+    // Kept: a second unload asked for from within the first; it has no effect a user can see.
     (void)cancel;
     OnErrorResumeNext next;
     next([&] { PlayCloseSound(); });

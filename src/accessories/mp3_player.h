@@ -23,9 +23,6 @@ public:
     void MiniMe_Click();
     void OpenMore_Click();
 
-    // The fixed initial folder of the dialog, "C:\Windows\Desktop\", as this desktop has it.
-    static QString DesktopFolder();
-
 protected:
     void Form_Load() override;
     void Form_Unload(int& cancel) override;

@@ -2,10 +2,9 @@
 
 #include "shared/procedures.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/runtime.h"
-
-#include <QPlainTextEdit>
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -21,6 +20,10 @@ QString notesFile()
 {
     return AppPath() + "/Notes.TXT";
 }
+
+const Wiring<NotePadFRM> kWiring[] = {
+    {OnChange, &NotePadFRM::Data, &NotePadFRM::Data_Change},
+};
 } // namespace
 
 NotePadFRM::NotePadFRM() : Form("NotePadFRM", kClientWidth, kClientHeight)
@@ -29,8 +32,8 @@ NotePadFRM::NotePadFRM() : Form("NotePadFRM", kClientWidth, kClientHeight)
     UseWindowFont({&Data});
     Data.setForeColor(kLightGrey);
     Data.setBackColor(kDarkGrey);
-    static_cast<QPlainTextEdit*>(Data.widget())->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
-    Data.onChange([this] { Data_Change(); });
+    Data.setScrollBars(vbVertical);
+    wire(*this, kWiring);
 }
 
 void NotePadFRM::Form_Load()
@@ -38,7 +41,8 @@ void NotePadFRM::Form_Load()
     // Errors: none trapped (the file procedures ignore their own).
     StayOnTop(*this);
     PlayOpenSound();
-    LoadTextFile(Data, notesFile()); // a change: the note is saved again at once
+    // Kept: filling the box is a change that saves the note with one more CR LF: it grows a line each opening.
+    LoadTextFile(Data, notesFile());
 }
 
 void NotePadFRM::Data_Change()

@@ -4,8 +4,6 @@
 #include "shared/window_look.h"
 #include "platform/runtime.h"
 
-#include <QPlainTextEdit>
-
 using namespace platform;
 
 namespace {
@@ -21,7 +19,7 @@ ReadMeFRM::ReadMeFRM() : Form("ReadMeFRM", kClientWidth, kClientHeight)
     setCaption(QStringLiteral("Read Me "));
     UseWindowFont({&Data});
     Data.setBackColor(kLightGrey);
-    static_cast<QPlainTextEdit*>(Data.widget())->setVerticalScrollBarPolicy(Qt::ScrollBarAlwaysOn);
+    Data.setScrollBars(vbVertical);
 }
 
 void ReadMeFRM::Form_Load()

@@ -3,8 +3,9 @@
 #include "shared/procedures.h"
 #include "shared/window_look.h"
 #include "startup/intro.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -29,6 +30,10 @@ constexpr Line kLines[] = {
      {1800, 2160, 4860, 660}},
 };
 
+const Wiring<SecretPlace> kWiring[] = {
+    {OnTimer, &SecretPlace::Timer, &SecretPlace::Timer_Timer},
+};
+
 } // namespace
 
 SecretPlace::SecretPlace() : Form("SecretPlace", kClientWidth, kClientHeight)
@@ -38,7 +43,7 @@ SecretPlace::SecretPlace() : Form("SecretPlace", kClientWidth, kClientHeight)
                                           platform::Image::Fit::Stretch);
     picture.setPicture(QPixmap(QStringLiteral(":/accessories/SecretPlace.JPG")));
     picture.setVisible(false);
-    picture.widget()->lower();
+    picture.ZOrder(1);
     picture.setAccessibleName(QStringLiteral("Crane at dusk"));
     Image.setPicture(QPixmap(QStringLiteral(":/accessories/Author.BMP")));
     Image.setAccessibleName(QStringLiteral("The author"));
@@ -49,7 +54,7 @@ SecretPlace::SecretPlace() : Form("SecretPlace", kClientWidth, kClientHeight)
         UseWindowFont({&label});
         label.setWordWrap(true);
     }
-    Timer.onTimer([this] { Timer_Timer(); });
+    wire(*this, kWiring);
 }
 
 void SecretPlace::Form_Load()

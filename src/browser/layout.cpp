@@ -17,6 +17,7 @@ void MainFRM::Form_Resize()
 {
     // Errors: ignored statement by statement (a window smaller than the margins leaves the
     // controls as they were).
+    // Kept: each rule once for the normal and once again for the maximised state; one test would look the same.
     OnErrorResumeNext next;
     next([&] { if (WindowState() == vbNormal) URLC.setWidth(Width() - kAddressWidthMargin); });
     next([&] { if (WindowState() == vbMaximized) URLC.setWidth(Width() - kAddressWidthMargin); });
@@ -24,6 +25,7 @@ void MainFRM::Form_Resize()
     next([&] { if (WindowState() == vbMaximized) BrowserWindow.setWidth(Width() - kAddressWidthMargin); });
     next([&] { if (WindowState() == vbNormal) BrowserWindow.setHeight(Height() - kBrowserHeightMargin); });
     next([&] { if (WindowState() == vbMaximized) BrowserWindow.setHeight(Height() - kBrowserHeightMargin); });
+    // Kept: the program's own sounds, not the theme's; changed, a user would hear the theme's open and close.
     next([&] { if (WindowState() == vbMinimized) PlayWave(AppPath() + "/Art/CloseWin.WAV"); });
     next([&] { if (WindowState() == vbMaximized) PlayWave(AppPath() + "/Art/OpenWin.WAV"); });
     next([&] { MainFBackGroundImage.setWidth(Width()); });

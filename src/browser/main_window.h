@@ -144,9 +144,5 @@ protected:
     void Form_Resize() override;
 
 private:
-    void wireNavigation();
-    void wireTitleStatus();
-    void wirePopUpBlocker();
-    void wireMenus();
     void shutDown(bool restoreMinimised);
 };

@@ -30,41 +30,6 @@ struct PageObject {
 };
 } // namespace
 
-void MainFRM::wireMenus()
-{
-    // The name chosen last is offered again, but a cancelled dialog names no file: otherwise a
-    // Save Page cancelled after an Open Page would empty the page that was opened.
-    CD.Cancel = CommonDialog::OnCancel::EmptyName;
-    FavoritePlacesMNU.onClick([this] { FavoritePlacesMNU_Click(); });
-    EditHomePageMNU.onClick([this] { EditHomePageMNU_Click(); });
-    OpenPageMNU.onClick([this] { OpenPageMNU_Click(); });
-    SavePageMNU.onClick([this] { SavePageMNU_Click(); });
-    PagerPropertiesMNU.onClick([this] { PagerPropertiesMNU_Click(); });
-    PrintMNU.onClick([this] { PrintMNU_Click(); });
-    PrintSetupMNU.onClick([this] { PrintSetupMNU_Click(); });
-    ExitMNU.onClick([this] { ExitMNU_Click(); });
-    SelectAllMNU.onClick([this] { SelectAllMNU_Click(); });
-    CopyMNU.onClick([this] { CopyMNU_Click(); });
-    FindMNU.onClick([this] { FindMNU_Click(); });
-    ThemeMNU.onClick([this] { ThemeMNU_Click(); });
-    SmallestMNU.onClick([this] { TextSize_Click(0); });
-    SmallMNU.onClick([this] { TextSize_Click(1); });
-    MediumMNU.onClick([this] { TextSize_Click(2); });
-    LargeMNU.onClick([this] { TextSize_Click(3); });
-    LargestMNU.onClick([this] { TextSize_Click(4); });
-    BrowserStatusMNU.onClick([this] { BrowserStatusMNU_Click(); });
-    DriveExplorerMNU.onClick([this] { DriveExplorerMNU_Click(); });
-    HTMLEditorMNU.onClick([this] { HTMLEditorMNU_Click(); });
-    HTMLViewerMNU.onClick([this] { HTMLViewerMNU_Click(); });
-    GoIdleMNU.onClick([this] { GoIdleMNU_Click(); });
-    CalculatorMNU.onClick([this] { CalculatorMNU_Click(); });
-    NotePadMNU.onClick([this] { NotePadMNU_Click(); });
-    DoodlePadMNU.onClick([this] { DoodlePadMNU_Click(); });
-    AboutMNU.onClick([this] { AboutMNU_Click(); });
-    Readme.onClick([this] { Readme_Click(); });
-    MP3PlayerMNU.onClick([this] { MP3PlayerMNU_Click(); });
-}
-
 // Page commands ---------------------------------------------------------------------------
 
 void MainFRM::OpenPageMNU_Click()
@@ -83,8 +48,7 @@ void MainFRM::SavePageMNU_Click()
     // Errors: none trapped for the first click; ignored statement by statement after it.
     PlayClickSound();
     OnErrorResumeNext next;
-    // The handler never sets its page object: the write fails, and the chosen file is left
-    // created and empty.
+    // Kept: the page object is never set, so the write fails; a user finds the chosen file empty.
     ObjectVariable<PageObject> page;
     next([&] { CD.Filter = kSaveFilter; });
     next([&] { CD.ShowSave(); });

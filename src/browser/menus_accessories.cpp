@@ -9,8 +9,7 @@
 #include "accessories/mp3_player.h"
 #include "accessories/note_pad.h"
 #include "accessories/read_me.h"
-#include "shared/procedures.h"
-#include "startup/theme_selector.h"
+#include "shared/window_look.h"
 #include "platform/runtime.h"
 
 using namespace platform;
@@ -18,7 +17,7 @@ using namespace platform;
 void MainFRM::CalculatorMNU_Click()
 {
     // Errors: none trapped. The click first, then the window.
-    PlayWave(ThemeDir() + "/Click.WAV");
+    PlayClickSound();
     form<CalculatorFRM>().Show();
 }
 
@@ -26,21 +25,21 @@ void MainFRM::NotePadMNU_Click()
 {
     // Errors: none trapped. The window, then a click.
     form<NotePadFRM>().Show();
-    PlayWave(ThemeDir() + "/Click.WAV");
+    PlayClickSound();
 }
 
 void MainFRM::DoodlePadMNU_Click()
 {
     // Errors: none trapped. The window, then the open sound.
     form<DoodleFRM>().Show();
-    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    PlayOpenSound();
 }
 
 void MainFRM::AboutMNU_Click()
 {
     // Errors: none trapped. The window, then the open sound.
     form<AboutFRM>().Show();
-    PlayWave(ThemeDir() + "/OpenWIN.WAV");
+    PlayOpenSound();
 }
 
 void MainFRM::Readme_Click()
@@ -55,5 +54,5 @@ void MainFRM::MP3PlayerMNU_Click()
     // gone before it can be shown).
     OnErrorResumeNext next;
     next([&] { form<MP3PlayerFRM>().Show(); });
-    next([&] { PlayWave(ThemeDir() + "/OpenWIN.WAV"); });
+    next([&] { PlayOpenSound(); });
 }

@@ -1,16 +1,15 @@
-// The main window's load sequence, each stage announced in the status pop-up, and the three
-// ways it ends the program.
+// The main window's making (which control raises which handler), its load sequence, each stage
+// announced in the status pop-up, and the three ways it ends the program.
 
-#include "shared/window_look.h"
-#include "platform/classic_font.h"
 #include "main_window.h"
 
-#include "shared/color.h"
 #include "shared/procedures.h"
 #include "shared/statf.h"
+#include "shared/window_look.h"
 #include "startup/theme_selector.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -34,6 +33,69 @@ const ButtonPicture kButtonPictures[] = {
     {"Loading 'Home' Image...", &MainFRM::Home, "/HomeUP.BMP"},
 };
 
+// The six themed buttons and the name of their pressed and released bitmaps.
+struct ThemedButton {
+    Image MainFRM::*control;
+    const char* name;
+};
+const ThemedButton kThemedButtons[] = {
+    {&MainFRM::Back, "Back"}, {&MainFRM::ForwardF, "Forward"}, {&MainFRM::Go, "Go"},
+    {&MainFRM::Home, "Home"}, {&MainFRM::RefreshR, "Refresh"}, {&MainFRM::StopS, "Stop"},
+};
+
+// The pop-up blocker's tick keeps nothing, so its pace cannot be seen; at the floor it would
+// wake an idle browser 62 times a second for nothing.
+constexpr int kAdBlockerPaceMs = 1000;
+
+// Every handler of the window, by the control that raises it: the toolbar and address box,
+// the browser's events, the pop-up blocker, then the menu bar in menu-bar order.
+const Wiring<MainFRM> kWiring[] = {
+    {OnClick, &MainFRM::Home, &MainFRM::Home_Click},
+    {OnClick, &MainFRM::Back, &MainFRM::Back_Click},
+    {OnClick, &MainFRM::ForwardF, &MainFRM::ForwardF_Click},
+    {OnClick, &MainFRM::RefreshR, &MainFRM::RefreshR_Click},
+    {OnClick, &MainFRM::StopS, &MainFRM::StopS_Click},
+    {OnClick, &MainFRM::Go, &MainFRM::Go_Click},
+    {OnKeyPress, &MainFRM::URLC, &MainFRM::URLC_KeyPress},
+    {OnStatusTextChange, &MainFRM::BrowserWindow, &MainFRM::BrowserWindow_StatusTextChange},
+    {OnProgressChange, &MainFRM::BrowserWindow, &MainFRM::BrowserWindow_ProgressChange},
+    {OnDownloadBegin, &MainFRM::BrowserWindow, &MainFRM::BrowserWindow_DownloadBegin},
+    {OnDownloadComplete, &MainFRM::BrowserWindow, &MainFRM::BrowserWindow_DownloadComplete},
+    {OnNavigateComplete2, &MainFRM::BrowserWindow, &MainFRM::BrowserWindow_NavigateComplete2},
+    {OnDocumentComplete, &MainFRM::BrowserWindow, &MainFRM::BrowserWindow_DocumentComplete},
+    {OnNewWindow2, &MainFRM::BrowserWindow, &MainFRM::BrowserWindow_NewWindow2},
+    {OnTimer, &MainFRM::AdBlocker, &MainFRM::AdBlocker_Timer},
+    {OnClick, &MainFRM::FavoritePlacesMNU, &MainFRM::FavoritePlacesMNU_Click},
+    {OnClick, &MainFRM::EditHomePageMNU, &MainFRM::EditHomePageMNU_Click},
+    {OnClick, &MainFRM::OpenPageMNU, &MainFRM::OpenPageMNU_Click},
+    {OnClick, &MainFRM::SavePageMNU, &MainFRM::SavePageMNU_Click},
+    {OnClick, &MainFRM::PagerPropertiesMNU, &MainFRM::PagerPropertiesMNU_Click},
+    {OnClick, &MainFRM::PrintMNU, &MainFRM::PrintMNU_Click},
+    {OnClick, &MainFRM::PrintSetupMNU, &MainFRM::PrintSetupMNU_Click},
+    {OnClick, &MainFRM::Readme, &MainFRM::Readme_Click},
+    {OnClick, &MainFRM::AboutMNU, &MainFRM::AboutMNU_Click},
+    {OnClick, &MainFRM::ExitMNU, &MainFRM::ExitMNU_Click},
+    {OnClick, &MainFRM::SelectAllMNU, &MainFRM::SelectAllMNU_Click},
+    {OnClick, &MainFRM::CopyMNU, &MainFRM::CopyMNU_Click},
+    {OnClick, &MainFRM::CopyURL, &MainFRM::CopyURL_Click},
+    {OnClick, &MainFRM::FindMNU, &MainFRM::FindMNU_Click},
+    {OnClick, &MainFRM::ThemeMNU, &MainFRM::ThemeMNU_Click},
+    {OnClick, &MainFRM::SmallestMNU, &MainFRM::TextSize_Click, 0},
+    {OnClick, &MainFRM::SmallMNU, &MainFRM::TextSize_Click, 1},
+    {OnClick, &MainFRM::MediumMNU, &MainFRM::TextSize_Click, 2},
+    {OnClick, &MainFRM::LargeMNU, &MainFRM::TextSize_Click, 3},
+    {OnClick, &MainFRM::LargestMNU, &MainFRM::TextSize_Click, 4},
+    {OnClick, &MainFRM::BrowserStatusMNU, &MainFRM::BrowserStatusMNU_Click},
+    {OnClick, &MainFRM::DriveExplorerMNU, &MainFRM::DriveExplorerMNU_Click},
+    {OnClick, &MainFRM::CalculatorMNU, &MainFRM::CalculatorMNU_Click},
+    {OnClick, &MainFRM::NotePadMNU, &MainFRM::NotePadMNU_Click},
+    {OnClick, &MainFRM::HTMLEditorMNU, &MainFRM::HTMLEditorMNU_Click},
+    {OnClick, &MainFRM::HTMLViewerMNU, &MainFRM::HTMLViewerMNU_Click},
+    {OnClick, &MainFRM::MP3PlayerMNU, &MainFRM::MP3PlayerMNU_Click},
+    {OnClick, &MainFRM::DoodlePadMNU, &MainFRM::DoodlePadMNU_Click},
+    {OnClick, &MainFRM::GoIdleMNU, &MainFRM::GoIdleMNU_Click},
+};
+
 void say(const QString& text)
 {
     form<StatF>().Info.setCaption(text);
@@ -44,13 +106,16 @@ void say(const QString& text)
 MainFRM::MainFRM() : Form("MainFRM", kClientWidth, kClientHeight, Menu::Bar)
 {
     setCaption(QStringLiteral("Glidepath - [Loading...]"));
-    setFont(classicFont(kWindowFont, kFontPoints));
+    setFont(kWindowFont, kFontPoints);
     URLCMirror.setVisible(false);
     MainFBackGroundImage.ZOrder(1);
-    wireNavigation();
-    wireTitleStatus();
-    wirePopUpBlocker();
-    wireMenus();
+    for (const ThemedButton& button : kThemedButtons)
+        UseThemedButtonLook(this->*button.control, QString::fromLatin1(button.name));
+    AdBlocker.setPace(kAdBlockerPaceMs);
+    // The name chosen last is offered again, but a cancelled dialog names no file: otherwise a
+    // Save Page cancelled after an Open Page would empty the page that was opened.
+    CD.Cancel = CommonDialog::OnCancel::EmptyName;
+    wire(*this, kWiring);
 }
 
 void MainFRM::Form_Load()
@@ -111,6 +176,7 @@ void MainFRM::Form_Unload(int& cancel)
 
 void MainFRM::Form_Terminate()
 {
-    // Errors: none trapped. Unlike the other two, this path leaves a minimised window as it is.
+    // Errors: none trapped.
+    // Kept: unlike the other two, a minimised window is not restored; a user sees no difference as it ends.
     shutDown(false);
 }

@@ -8,19 +8,10 @@
 
 using namespace platform;
 
-void MainFRM::wireTitleStatus()
-{
-    BrowserWindow.onStatusTextChange([this](const QString& text) { BrowserWindow_StatusTextChange(text); });
-    BrowserWindow.onProgressChange([this](qint32 p, qint32 max) { BrowserWindow_ProgressChange(p, max); });
-    BrowserWindow.onDownloadBegin([this] { BrowserWindow_DownloadBegin(); });
-    BrowserWindow.onDownloadComplete([this] { BrowserWindow_DownloadComplete(); });
-    BrowserWindow.onNavigateComplete2([this](const QString& url) { BrowserWindow_NavigateComplete2(url); });
-    BrowserWindow.onDocumentComplete([this](const QString& url) { BrowserWindow_DocumentComplete(url); });
-}
-
 void MainFRM::BrowserWindow_StatusTextChange(const QString&)
 {
     // Errors: none trapped. The status text itself is not shown.
+    // Kept: "[Inactive]" whatever the text; a user sees the title flicker to it while a page loads.
     setCaption(QStringLiteral("Glidepath - [Inactive]"));
     URLC.setText(BrowserWindow.LocationURL());
 }

@@ -1,13 +1,13 @@
 #include "browser_status.h"
 
-#include "shared/window_look.h"
 #include "browser/main_window.h"
-#include "shared/color.h"
 #include "shared/procedures.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
+#include "shared/window_look.h"
 #include "platform/convert.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -32,34 +32,34 @@ constexpr Caption kCaptions[] = {
     {"Width (Pixles):", {120, 3120, 1575, 255}},   {"Window State:", {120, 1920, 1575, 255}},
 };
 
+const Wiring<BrowserStatusFRM> kWiring[] = {
+    {OnTimer, &BrowserStatusFRM::Timer, &BrowserStatusFRM::Timer_Timer},
+};
+
 } // namespace
 
 BrowserStatusFRM::BrowserStatusFRM() : Form("BrowserStatusFRM", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Browser Status"));
-    for (int i = 0; i < 6; ++i)
+    for (int i = 0; i < int(std::size(kCaptions)); ++i)
         Info.add(*this, "Info", i, kCaptions[i].rect, QString::fromLatin1(kCaptions[i].text));
-    for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
-                         &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ}) {
+    for (Label* label : labels()) {
         UseWindowFont({label});
         label->setForeColor(vbWhite);
     }
     Info(1).setForeColor(kLightGrey);
-    Timer.onTimer([this] { Timer_Timer(); });
-    Timer.setPace(kHiddenPaceMs); // made hidden
+    Timer.setHiddenPace(kHiddenPaceMs, platform::Timer::CatchUp::AtShow);
+    wire(*this, kWiring);
 }
 
-void BrowserStatusFRM::showEvent(QShowEvent* event)
+std::vector<Label*> BrowserStatusFRM::labels()
 {
-    Form::showEvent(event);
-    Timer.setPace(0);
-    Timer.tick();
-}
-
-void BrowserStatusFRM::hideEvent(QHideEvent* event)
-{
-    Form::hideEvent(event);
-    Timer.setPace(kHiddenPaceMs);
+    std::vector<Label*> all;
+    for (Label& caption : Info)
+        all.push_back(&caption);
+    for (Label* value : {&PercentageLoaded, &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ})
+        all.push_back(value);
+    return all;
 }
 
 void BrowserStatusFRM::Form_Load()
@@ -69,8 +69,7 @@ void BrowserStatusFRM::Form_Load()
     StayOnTop(*this);
     ImageOne.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
     // The code is read afresh for every label and every test; "?" is this window's third code.
-    for (Label* label : {&Info(0), &Info(1), &Info(2), &Info(3), &Info(4), &Info(5), &PercentageLoaded,
-                         &LocationName, &LocationURLL, &WindowStateLBL, &HeightQ, &WidthQ})
+    for (Label* label : labels())
         ApplyFontColour({label}, {vbWhite, vbBlack, vbButtonFace, "?"});
 }
 
@@ -86,6 +85,7 @@ void BrowserStatusFRM::Timer_Timer()
         WindowStateLBL.setCaption(QStringLiteral("Minimized"));
     if (main.WindowState() == vbMaximized)
         WindowStateLBL.setCaption(QStringLiteral("Maximized"));
+    // Kept: twips under captions that say pixels; in pixels an 800-pixel pane would read 800, not 12000.
     HeightQ.setCaption(SingleToText(float(main.BrowserWindow.Height())));
     WidthQ.setCaption(SingleToText(float(main.BrowserWindow.Width())));
 }

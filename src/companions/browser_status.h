@@ -8,6 +8,8 @@
 #include "platform/form.h"
 #include "platform/timer.h"
 
+#include <vector>
+
 class BrowserStatusFRM : public platform::Form {
 public:
     BrowserStatusFRM();
@@ -29,6 +31,8 @@ public:
 protected:
     void Form_Load() override;
     void Form_Unload(int& cancel) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
+
+private:
+    // Every label: the captions, then the values.
+    std::vector<platform::Label*> labels();
 };

@@ -2,6 +2,7 @@
 
 #include "shared/window_look.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -10,13 +11,17 @@ constexpr int kClientWidth = 8175;
 constexpr int kClientHeight = 5610;
 constexpr int kWidthMargin = 130;
 constexpr int kHeightMargin = 520;
+
+const Wiring<DriveExplorerFRM> kWiring[] = {
+    {OnChange, &DriveExplorerFRM::DriveOne, &DriveExplorerFRM::DriveOne_Change},
+};
 } // namespace
 
 DriveExplorerFRM::DriveExplorerFRM() : Form("DriveExplorerFRM", kClientWidth, kClientHeight)
 {
     setCaption(QStringLiteral("Drive Explorer"));
     UseWindowFont({&DriveOne});
-    DriveOne.onChange([this] { DriveOne_Change(); });
+    wire(*this, kWiring);
 }
 
 void DriveExplorerFRM::Form_Load()

@@ -3,9 +3,10 @@
 #include "browser/main_window.h"
 #include "shared/procedures.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -14,6 +15,13 @@ constexpr int kClientWidth = 5775;
 constexpr int kClientHeight = 4230;
 
 QString listFile() { return AppPath() + "/FavPlaces.INI"; }
+
+const Wiring<FavoritePlacesFRM> kWiring[] = {
+    {OnClick, &FavoritePlacesFRM::Add, &FavoritePlacesFRM::Add_Click},
+    {OnClick, &FavoritePlacesFRM::Del, &FavoritePlacesFRM::Del_Click},
+    {OnKeyPress, &FavoritePlacesFRM::URL, &FavoritePlacesFRM::URL_KeyPress},
+    {OnDblClick, &FavoritePlacesFRM::ListBox, &FavoritePlacesFRM::ListBox_DblClick},
+};
 } // namespace
 
 FavoritePlacesFRM::FavoritePlacesFRM() : Form("FavoritePlacesFRM", kClientWidth, kClientHeight)
@@ -23,10 +31,7 @@ FavoritePlacesFRM::FavoritePlacesFRM() : Form("FavoritePlacesFRM", kClientWidth,
     BGPic.ZOrder(1);
     UseThemedButtonLook(Add, QStringLiteral("Add"));
     UseThemedButtonLook(Del, QStringLiteral("Delete"));
-    Add.onClick([this] { Add_Click(); });
-    Del.onClick([this] { Del_Click(); });
-    URL.onKeyPress([this](std::int16_t& key) { URL_KeyPress(key); });
-    ListBox.onDblClick([this] { ListBox_DblClick(); });
+    wire(*this, kWiring);
 }
 
 void FavoritePlacesFRM::Form_Load()
@@ -52,7 +57,7 @@ void FavoritePlacesFRM::Add_Click()
 void FavoritePlacesFRM::URL_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped. The key is passed on.
-    if (keyAscii == 13)
+    if (keyAscii == vbKeyReturn)
         Add_Click();
 }
 

@@ -3,14 +3,21 @@
 #include "shared/window_look.h"
 #include "browser/main_window.h"
 #include "shared/procedures.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
 namespace {
 constexpr int kClientWidth = 3990;
 constexpr int kClientHeight = 855;
+
+const Wiring<HomePageFRM> kWiring[] = {
+    {OnKeyPress, &HomePageFRM::Data, &HomePageFRM::Data_KeyPress},
+    {OnClick, &HomePageFRM::Cncl, &HomePageFRM::Cncl_Click},
+    {OnClick, &HomePageFRM::OkCMD, &HomePageFRM::OkCMD_Click},
+};
 } // namespace
 
 HomePageFRM::HomePageFRM() : Form("HomePageFRM", kClientWidth, kClientHeight)
@@ -19,9 +26,7 @@ HomePageFRM::HomePageFRM() : Form("HomePageFRM", kClientWidth, kClientHeight)
     UseWindowFont({&Data});
     UseWindowFont({&Cncl}, kButtonFontPoints);
     UseWindowFont({&OkCMD}, kButtonFontPoints);
-    Data.onKeyPress([this](std::int16_t& key) { Data_KeyPress(key); });
-    Cncl.onClick([this] { Cncl_Click(); });
-    OkCMD.onClick([this] { OkCMD_Click(); });
+    wire(*this, kWiring);
 }
 
 void HomePageFRM::Form_Load()
@@ -35,13 +40,13 @@ void HomePageFRM::OkCMD_Click()
     // Errors: none trapped.
     SaveTextFile(Data, AppPath() + "/HomePage.TXT");
     PlayClickSound();
-    Hide();
+    Hide(); // Kept: only hidden; a user reopening it finds what it held, not the current address
 }
 
 void HomePageFRM::Data_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped.
-    if (keyAscii == 13)
+    if (keyAscii == vbKeyReturn)
         OkCMD_Click();
 }
 

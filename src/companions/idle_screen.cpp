@@ -6,6 +6,7 @@
 #include "platform/colors.h"
 #include "platform/convert.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 #include <algorithm>
 
@@ -18,6 +19,11 @@ constexpr double kTimeFontPoints = 14.25;
 
 // A colour component: Rnd scaled to 0..255, rounded half to even.
 int component() { return int(RoundHalfEven(Rnd() * 255)); }
+
+const Wiring<IdleFRM> kWiring[] = {
+    {OnTimer, &IdleFRM::TimeL, &IdleFRM::TimeL_Timer},
+    {OnTimer, &IdleFRM::SS, &IdleFRM::SS_Timer},
+};
 } // namespace
 
 IdleFRM::IdleFRM() : Form("IdleFRM", kClientWidth, kClientHeight)
@@ -27,9 +33,9 @@ IdleFRM::IdleFRM() : Form("IdleFRM", kClientWidth, kClientHeight)
     TimeLBL.setBackColor(vbButtonText);
     TimeLBL.setForeColor(vbWhite);
     UseWindowFont({&TimeLBL}, kTimeFontPoints);
-    SS.setPace(kHiddenPaceMs); // made hidden
-    TimeL.onTimer([this] { TimeL_Timer(); });
-    SS.onTimer([this] { SS_Timer(); });
+    SS.setPace(kFramePaceMs);
+    SS.setHiddenPace(kHiddenPaceMs);
+    wire(*this, kWiring);
 }
 
 void IdleFRM::Form_Load()
@@ -74,18 +80,6 @@ void IdleFRM::Form_Click()
     PlayClickSound();
     Hide();
     form<MainFRM>().Show();
-}
-
-void IdleFRM::showEvent(QShowEvent* event)
-{
-    Form::showEvent(event);
-    SS.setPace(kFramePaceMs);
-}
-
-void IdleFRM::hideEvent(QHideEvent* event)
-{
-    Form::hideEvent(event);
-    SS.setPace(kHiddenPaceMs);
 }
 
 void IdleFRM::Form_Unload(int& cancel)

@@ -32,8 +32,6 @@ protected:
     void Form_Load() override;
     void Form_Click() override;
     void Form_Unload(int& cancel) override;
-    void showEvent(QShowEvent* event) override;
-    void hideEvent(QHideEvent* event) override;
 
 private:
     void fan();

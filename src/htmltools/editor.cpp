@@ -5,10 +5,11 @@
 #include "editor_browser.h"
 #include "shared/statf.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/files.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -23,6 +24,12 @@ constexpr int kPreviewRightMargin = 240;
 constexpr int kPreviewLeftmost = 2760;
 
 const QString kFilter = QStringLiteral("HTML Files (*.html)|*.html|HTM Files (*.htm)|*.htm)");
+
+const Wiring<EditorFRM> kWiring[] = {
+    {OnClick, &EditorFRM::OpenCMD, &EditorFRM::OpenCMD_Click},
+    {OnClick, &EditorFRM::SaveCMD, &EditorFRM::SaveCMD_Click},
+    {OnClick, &EditorFRM::PreviewCMD, &EditorFRM::PreviewCMD_Click},
+};
 } // namespace
 
 const QString EditorFRM::kTemplate = QStringLiteral(
@@ -34,9 +41,7 @@ EditorFRM::EditorFRM() : Form("EditorFRM", kClientWidth, kClientHeight)
     UseWindowFont({&OpenCMD, &SaveCMD, &RichText}, kButtonFontPoints);
     UseWindowFont({&PreviewCMD}, kButtonFontPoints, true);
     ImagePic.ZOrder(1);
-    OpenCMD.onClick([this] { OpenCMD_Click(); });
-    SaveCMD.onClick([this] { SaveCMD_Click(); });
-    PreviewCMD.onClick([this] { PreviewCMD_Click(); });
+    wire(*this, kWiring);
 }
 
 void EditorFRM::Form_Load()
@@ -57,6 +62,7 @@ void EditorFRM::OpenCMD_Click()
     Open(CommonD.FileName, OpenMode::Input, 1);
     QString text;
     while (!Eof(1)) {
+        // Kept: the lines joined with nothing between; with breaks, an opened file would show its lines apart.
         text += LineInput(1);
         RichText.setText(text);
     }

@@ -4,14 +4,12 @@
 
 #include "browser/main_window.h"
 #include "editor.h"
-#include "shared/color.h"
 #include "shared/statf.h"
 #include "shared/window_look.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
-
-#include <QWidget>
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -21,6 +19,12 @@ constexpr int kClientHeight = 6840;
 const QString kLoading = QStringLiteral("Loading HTML Code... Please Wait.");
 const QString kDone = QStringLiteral("Done Loading HTML Code.");
 const QString kNothing = QStringLiteral("There Was an Error. Check Your Internet Connection or URL.");
+
+const Wiring<HTMLViewerFRM> kWiring[] = {
+    {OnClick, &HTMLViewerFRM::VS, &HTMLViewerFRM::VS_Click},
+    {OnKeyPress, &HTMLViewerFRM::URL, &HTMLViewerFRM::URL_KeyPress},
+    {OnClick, &HTMLViewerFRM::OpenInEd, &HTMLViewerFRM::OpenInEd_Click},
+};
 } // namespace
 
 HTMLViewerFRM::HTMLViewerFRM() : Form("HTMLViewerFRM", kClientWidth, kClientHeight)
@@ -31,12 +35,8 @@ HTMLViewerFRM::HTMLViewerFRM() : Form("HTMLViewerFRM", kClientWidth, kClientHeig
     Info.setForeColor(vbWhite);
     ImagePic.ZOrder(1);
     // Tab order: the address, View Source, the source, then Open In Editor.
-    QWidget::setTabOrder(URL.widget(), VS.widget());
-    QWidget::setTabOrder(VS.widget(), HTML.widget());
-    QWidget::setTabOrder(HTML.widget(), OpenInEd.widget());
-    VS.onClick([this] { VS_Click(); });
-    URL.onKeyPress([this](std::int16_t& key) { URL_KeyPress(key); });
-    OpenInEd.onClick([this] { OpenInEd_Click(); });
+    SetTabOrder({&URL, &VS, &HTML, &OpenInEd});
+    wire(*this, kWiring);
 }
 
 void HTMLViewerFRM::Form_Load()
@@ -48,7 +48,9 @@ void HTMLViewerFRM::Form_Load()
     PlayOpenSound();
     URL.setText(form<MainFRM>().URLC.Text());
     ImagePic.setPicture(LoadPicture(ThemeDir() + "/Main.BMP"));
+    // Kept: any colour code ends the program here; applied instead, the viewer would open where it stops.
     WithFontColour({vbWhite, vbBlack, vbButtonFace}, [](OleColor) { raiseError(ErrObjectRequired); });
+    // Kept: the pop-up here and again in VS_Click; a user sees it come and go twice as the viewer opens.
     form<StatF>().Show();
     form<StatF>().Info.setCaption(kLoading);
     VS_Click();
@@ -74,7 +76,7 @@ void HTMLViewerFRM::VS_Click()
 void HTMLViewerFRM::URL_KeyPress(std::int16_t& keyAscii)
 {
     // Errors: none trapped. The key is not swallowed.
-    if (keyAscii == 13)
+    if (keyAscii == vbKeyReturn)
         VS_Click();
 }
 

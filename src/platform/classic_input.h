@@ -3,6 +3,7 @@
 // and the character code of a key press.
 
 #include "cp1252.h"
+#include "key_codes.h"
 
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -37,10 +38,10 @@ inline int keyAscii(const QKeyEvent& key)
 {
     switch (key.key()) {
     case Qt::Key_Return:
-    case Qt::Key_Enter: return 13;
-    case Qt::Key_Backspace: return 8;
-    case Qt::Key_Escape: return 27;
-    case Qt::Key_Tab: return 9;
+    case Qt::Key_Enter: return vbKeyReturn;
+    case Qt::Key_Backspace: return vbKeyBack;
+    case Qt::Key_Escape: return vbKeyEscape;
+    case Qt::Key_Tab: return vbKeyTab;
     default: break;
     }
     const QString text = key.text();
@@ -48,6 +49,5 @@ inline int keyAscii(const QKeyEvent& key)
         return -1;
     return static_cast<unsigned char>(encodeAnsi(text).at(0));
 }
-
 
 } // namespace platform

@@ -148,6 +148,19 @@ bool Control::anotherTabStop() const
     return false;
 }
 
+void Control::setTabStop(bool stop)
+{
+    if (!stop && m_widget->focusPolicy() != Qt::NoFocus)
+        m_tabStopFocus = m_widget->focusPolicy();
+    m_widget->setFocusPolicy(stop ? m_tabStopFocus : Qt::NoFocus);
+}
+
+void SetTabOrder(const std::vector<Control*>& controls)
+{
+    for (std::size_t i = 1; i < controls.size(); ++i)
+        QWidget::setTabOrder(controls[i - 1]->widget(), controls[i]->widget());
+}
+
 void Control::raiseEvent(const Handler& handler)
 {
     if (handler)

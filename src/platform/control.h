@@ -6,13 +6,16 @@
 
 #include "colors.h"
 #include "form.h"
+#include "key_codes.h"
 #include "twips.h"
 
 #include <QObject>
 #include <QPointer>
+#include <QWidget>
 
 #include <cstdint>
 #include <functional>
+#include <vector>
 
 namespace platform {
 
@@ -30,6 +33,7 @@ class Control : public QObject {
 public:
     ~Control() override;
 
+    // The control's Qt widget, for the platform and the tests.
     QWidget* widget() const { return m_widget; }
     QString Name() const { return m_widget->objectName(); }
     int Index() const { return m_index; } // -1 outside a control array
@@ -63,6 +67,9 @@ public:
     // 0 brings the control to the front, 1 sends it behind its siblings.
     void ZOrder(int position);
     void SetFocus() { m_widget->setFocus(); }
+    // false: Tab passes the control by, and a click does not take the keyboard either (a display
+    // that leaves the keyboard with the control that handles the keys).
+    void setTabStop(bool stop);
 
     void onClick(Handler h) { m_click = std::move(h); }
     void onDblClick(Handler h) { m_dblClick = std::move(h); }
@@ -108,6 +115,7 @@ private:
     OleColor m_backColor = vbButtonFace;
     bool m_ownBackColor = false;
     bool m_ownForeColor = false;
+    Qt::FocusPolicy m_tabStopFocus = Qt::StrongFocus; // the focus it takes as a tab stop
     bool m_synthesizedClick = true;
     bool m_pressed = false;
 
@@ -115,5 +123,8 @@ private:
     MouseHandler m_mouseDown, m_mouseUp, m_mouseMove;
     KeyPressHandler m_keyPress;
 };
+
+// The order Tab walks the given controls of one window in, as their TabIndex 0, 1, 2, ... give it.
+void SetTabOrder(const std::vector<Control*>& controls);
 
 } // namespace platform

@@ -84,6 +84,32 @@ public:
         return -1;
     }
 
+    // The loaded elements in index order, for walking the array: for (Label& label : Info).
+    class Iterator {
+    public:
+        using Slots = std::deque<std::optional<T>>;
+        Iterator(const Slots& all, std::size_t at) : m_slots(&all), m_at(at) { skipEmpty(); }
+        T& operator*() const { return const_cast<T&>(*(*m_slots)[m_at]); }
+        Iterator& operator++()
+        {
+            ++m_at;
+            skipEmpty();
+            return *this;
+        }
+        bool operator==(const Iterator& other) const { return m_at == other.m_at; }
+
+    private:
+        void skipEmpty()
+        {
+            while (m_at < m_slots->size() && !(*m_slots)[m_at])
+                ++m_at;
+        }
+        const Slots* m_slots;
+        std::size_t m_at;
+    };
+    Iterator begin() const { return Iterator(m_slots, 0); }
+    Iterator end() const { return Iterator(m_slots, m_slots.size()); }
+
     // The handlers of every element, present and to come; each receives the element's index.
     void onClick(IndexHandler h) { m_click = std::move(h); rewire(); }
     void onDblClick(IndexHandler h) { m_dblClick = std::move(h); rewire(); }

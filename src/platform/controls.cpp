@@ -17,6 +17,7 @@
 #include <QPlainTextEdit>
 #include <QTextCursor>
 #include <QTextDocument>
+#include <QTextOption>
 #include <QPushButton>
 #include <QScrollBar>
 #include <QSlider>
@@ -41,10 +42,20 @@ void Label::setCaption(const QString& caption)
 }
 void Label::setWordWrap(bool wrap) { label()->setWordWrap(wrap); }
 
-void Label::setAlignment(int alignment, Vertical vertical)
+namespace {
+Qt::Alignment across(Alignment alignment)
 {
-    const Qt::Alignment h = alignment == 1 ? Qt::AlignRight : alignment == 2 ? Qt::AlignHCenter : Qt::AlignLeft;
-    label()->setAlignment(h | (vertical == Vertical::Bottom ? Qt::AlignBottom : Qt::AlignTop));
+    switch (alignment) {
+    case vbRightJustify: return Qt::AlignRight;
+    case vbCenter: return Qt::AlignHCenter;
+    default: return Qt::AlignLeft;
+    }
+}
+} // namespace
+
+void Label::setAlignment(Alignment alignment, Vertical vertical)
+{
+    label()->setAlignment(across(alignment) | (vertical == Vertical::Bottom ? Qt::AlignBottom : Qt::AlignTop));
 }
 
 // TextBox -------------------------------------------------------------------------------
@@ -76,44 +87,6 @@ TextBox::TextBox(Container& parent, const char* name, TwipsRect rect, const QStr
     }
 }
 
-namespace {
-
-// A line break in a document's raw text.
-bool isBreak(char16_t c)
-{
-    return c == QChar::ParagraphSeparator || c == QChar::LineSeparator || c == u'\n';
-}
-
-qsizetype breaksIn(QStringView text)
-{
-    const char16_t* p = text.utf16();
-    qsizetype breaks = 0;
-    for (qsizetype i = 0; i < text.size(); ++i)
-        breaks += isBreak(p[i]);
-    return breaks;
-}
-
-// Raw text with a CR LF for each line break.
-QString withCrLf(QStringView raw)
-{
-    const qsizetype breaks = breaksIn(raw);
-    if (breaks == 0)
-        return raw.toString();
-    QString text(raw.size() + breaks, Qt::Uninitialized);
-    QChar* out = text.data();
-    for (const QChar c : raw) {
-        if (isBreak(c.unicode())) {
-            *out++ = QLatin1Char('\r');
-            *out++ = QLatin1Char('\n');
-        } else {
-            *out++ = c;
-        }
-    }
-    return text;
-}
-
-} // namespace
-
 QString TextBox::shown() const
 {
     if (!m_multi)
@@ -121,61 +94,28 @@ QString TextBox::shown() const
     // A classic multi-line box holds its line breaks as CR LF, typed ones included, and every
     // other character as it stands (a no-break space stays one).
     if (followed())
-        return m_crlf;
-    QString plain = m_multi->toPlainText();
-    return withCrLf(plain);
+        return m_crlf.text();
+    return CrLfText::withCrLf(m_multi->toPlainText());
 }
 
 bool TextBox::followed() const
 {
-    if (!m_following) {
+    if (!m_crlf.following()) {
         const QTextDocument* document = m_multi->document();
-        m_raw = document->toRawText();
-        if (m_raw.size() + 1 == document->characterCount())
-            m_raw += QChar(QChar::ParagraphSeparator);
-        m_following = m_raw.size() == document->characterCount();
-        if (m_following)
-            m_crlf = withCrLf(QStringView(m_raw).chopped(1));
+        m_crlf.start(document->toRawText(), document->characterCount());
     }
-    return m_following;
+    return m_crlf.following();
 }
 
 void TextBox::followChange(int position, int removed, int added)
 {
-    if (!m_following)
-        return;
-    m_following = false; // until the change is followed through
-    const QTextDocument* document = m_multi->document();
-    const int count = document->characterCount();
-    const qsizetype last = m_raw.size() - 1; // the final paragraph separator
-    if (position < 0 || removed < 0 || added < 0 || position + removed > m_raw.size() || position + added > count)
-        return;
-    // The added characters as the document holds them; its final separator is no character a
-    // cursor can select.
-    const int end = std::min(position + added, count - 1);
-    QTextCursor cursor(m_multi->document());
-    cursor.setPosition(position);
-    cursor.setPosition(end, QTextCursor::KeepAnchor);
-    QString inserted = cursor.selectedText();
-    const bool insertsFinal = position + added == count;
-    if (insertsFinal)
-        inserted += QChar(QChar::ParagraphSeparator);
-    if (inserted.size() != added)
-        return;
-    const bool removesFinal = position + removed > last;
-    if (removesFinal != insertsFinal)
-        return;
-
-    // The same change in the CR LF text, which has no final separator.
-    const QStringView raw(m_raw);
-    const qsizetype from = position + breaksIn(raw.left(position));
-    const qsizetype gone = removed + breaksIn(raw.mid(position, removed)) - (removesFinal ? 2 : 0);
-    if (from + gone > m_crlf.size())
-        return;
-    m_crlf.replace(from, gone, withCrLf(insertsFinal ? QStringView(inserted).chopped(1) : QStringView(inserted)));
-    m_raw.replace(position, removed, inserted);
-    // Anything the report did not describe exactly is read whole at the next reading.
-    m_following = m_raw.size() == count;
+    QTextDocument* document = m_multi->document();
+    m_crlf.follow(position, removed, added, document->characterCount(), [document](int from, int to) {
+        QTextCursor cursor(document);
+        cursor.setPosition(from);
+        cursor.setPosition(to, QTextCursor::KeepAnchor);
+        return cursor.selectedText();
+    });
 }
 
 QString TextBox::Text() const
@@ -203,6 +143,24 @@ void TextBox::setLocked(bool locked)
         m_multi->setReadOnly(locked);
     else
         m_single->setReadOnly(locked);
+}
+
+void TextBox::setAlignment(Alignment alignment)
+{
+    if (m_multi)
+        m_multi->document()->setDefaultTextOption(QTextOption(across(alignment)));
+    else
+        m_single->setAlignment(across(alignment) | Qt::AlignVCenter);
+}
+
+void TextBox::setScrollBars(ScrollBars bars)
+{
+    if (!m_multi)
+        return;
+    const bool horizontal = bars & vbHorizontal;
+    m_multi->setVerticalScrollBarPolicy(bars & vbVertical ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    m_multi->setHorizontalScrollBarPolicy(horizontal ? Qt::ScrollBarAlwaysOn : Qt::ScrollBarAlwaysOff);
+    m_multi->setLineWrapMode(horizontal ? QPlainTextEdit::NoWrap : QPlainTextEdit::WidgetWidth);
 }
 
 // CommandButton -------------------------------------------------------------------------
@@ -235,6 +193,11 @@ bool CommandButton::eventFilter(QObject* watched, QEvent* event)
 }
 
 QPushButton* CommandButton::button() const { return static_cast<QPushButton*>(widget()); }
+
+void CommandButton::setCaptionFillsFace()
+{
+    button()->setStyleSheet(QStringLiteral("padding: 0px"));
+}
 void CommandButton::setCaption(const QString& caption)
 {
     m_caption = caption;

@@ -4,6 +4,7 @@
 // over one Qt widget with the classic property names.
 
 #include "control.h"
+#include "crlf_text.h"
 
 #include <QPixmap>
 
@@ -35,14 +36,20 @@ private:
     QString m_shown;
 };
 
+// The Alignment property: where a caption or text stands across its control.
+enum Alignment : int { vbLeftJustify = 0, vbRightJustify = 1, vbCenter = 2 };
+
+// The ScrollBars property of a multi-line text box.
+enum ScrollBars : int { vbSBNone = 0, vbHorizontal = 1, vbVertical = 2, vbBoth = 3 };
+
 class Label : public Control {
 public:
     Label(Container& parent, const char* name, TwipsRect rect, const QString& caption = {});
     QString Caption() const;
     void setCaption(const QString& caption);
-    // 0 left, 1 right, 2 centre; the text stands at the top unless told to stand at the bottom
+    // The text stands at the top unless told to stand at the bottom.
     enum class Vertical { Top, Bottom };
-    void setAlignment(int alignment, Vertical vertical = Vertical::Top);
+    void setAlignment(Alignment alignment, Vertical vertical = Vertical::Top);
     void setWordWrap(bool wrap);
 
 private:
@@ -59,24 +66,24 @@ public:
     QString Text() const;
     void setText(const QString& text);
     void setLocked(bool locked);
+    // A one-line box's text stands in the middle of its height.
+    void setAlignment(Alignment alignment);
+    // Shown always where asked for, never where not; a multi-line box without a horizontal bar
+    // wraps its lines (a one-line box has none).
+    void setScrollBars(ScrollBars bars);
 
 private:
     QString shown() const;
 
-    // A multi-line box's text follows every change its document reports, so that reading a
-    // long text costs no more than its copy (a note pad reads its whole text on every
-    // keystroke): the raw text (line breaks as paragraph separators, the final one included)
-    // and the same with CR LF line breaks. followed() is false where a report could not be
-    // followed and the text is read whole.
+    // A multi-line box's text as CR LF text, followed through every change its document
+    // reports; false where it could not be and the text is read whole.
     bool followed() const;
     void followChange(int position, int removed, int added);
 
     QLineEdit* m_single = nullptr;
     QPlainTextEdit* m_multi = nullptr;
     WrittenText m_text;
-    mutable QString m_raw;
-    mutable QString m_crlf;
-    mutable bool m_following = false;
+    mutable CrLfText m_crlf;
 };
 
 // Space or Enter presses the button that has the focus, as on the classic desktop. A caption
@@ -86,6 +93,9 @@ public:
     CommandButton(Container& parent, const char* name, TwipsRect rect, const QString& caption);
     QString Caption() const { return m_caption; }
     void setCaption(const QString& caption);
+    // The caption may take the whole face: the classic button's bevel is narrower than this
+    // desktop's button margins, which would clip a caption designed to fill its key.
+    void setCaptionFillsFace();
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override;

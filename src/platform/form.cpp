@@ -1,5 +1,6 @@
 #include "form.h"
 
+#include "classic_font.h"
 #include "classic_input.h"
 #include "errors.h"
 #include "graphics.h"
@@ -15,6 +16,7 @@
 #include <QPainter>
 #include <QScreen>
 #include <QTimer>
+#include <QWidget>
 #include <QWindow>
 
 namespace platform {
@@ -27,15 +29,77 @@ constexpr int kFrameSettleMs = 150;
 constexpr std::size_t kMostWaitingStrokes = 2048;
 } // namespace
 
-Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
+// The window's widget: hands what the window system tells it to its window.
+class FormWidget : public QWidget {
+public:
+    explicit FormWidget(Form& form) : m_form(form) {}
+    Form& form() const { return m_form; }
+
+    void setVisible(bool visible) override
+    {
+        if (visible)
+            m_form.placeOnFirstShow();
+        QWidget::setVisible(visible);
+    }
+
+protected:
+    void showEvent(QShowEvent* event) override
+    {
+        QWidget::showEvent(event);
+        m_form.shown();
+    }
+    void paintEvent(QPaintEvent* event) override { m_form.paint(event); }
+    void resizeEvent(QResizeEvent* event) override
+    {
+        QWidget::resizeEvent(event);
+        m_form.resized();
+    }
+    void moveEvent(QMoveEvent* event) override
+    {
+        QWidget::moveEvent(event);
+        m_form.moved();
+    }
+    void changeEvent(QEvent* event) override
+    {
+        QWidget::changeEvent(event);
+        if (event->type() == QEvent::WindowStateChange)
+            m_form.stateChanged();
+    }
+    void closeEvent(QCloseEvent* event) override
+    {
+        // The window goes through Unload, whose handler decides; Qt must not close it by itself.
+        event->ignore();
+        m_form.closeAsked();
+    }
+    void mousePressEvent(QMouseEvent* event) override { m_form.mousePressed(event); }
+    void mouseMoveEvent(QMouseEvent* event) override { m_form.mouseMoved(event); }
+    void mouseReleaseEvent(QMouseEvent* event) override { m_form.mouseReleased(event); }
+    void mouseDoubleClickEvent(QMouseEvent*) override { m_form.mouseDoubleClicked(); }
+    bool event(QEvent* event) override
+    {
+        if (event->type() == frameChangedEventType()) {
+            m_form.followFrame();
+            // Qt may learn the new frame a moment after the window manager has announced it.
+            QTimer::singleShot(kFrameSettleMs, &m_form, &Form::followFrame);
+            return true;
+        }
+        return QWidget::event(event);
+    }
+
+private:
+    Form& m_form;
+};
+
+Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu) : m_widget(new FormWidget(*this))
 {
     setObjectName(QString::fromLatin1(name));
+    m_widget->setObjectName(objectName());
     logTiming(QStringLiteral("creating ") + objectName());
-    setAttribute(Qt::WA_QuitOnClose, false);
-    setMouseTracking(true); // MouseMove comes with no button held too
+    m_widget->setAttribute(Qt::WA_QuitOnClose, false);
+    m_widget->setMouseTracking(true); // MouseMove comes with no button held too
     watchFrameChanges();
     if (menu == Menu::Bar) {
-        m_menuBar = new QMenuBar(this);
+        m_menuBar = new QMenuBar(m_widget);
         m_menuBar->setObjectName(QStringLiteral("MenuBar"));
         // One row of entries, measured now with the style and font it is drawn with: the
         // controls made next stand below it, before its entries exist.
@@ -47,19 +111,32 @@ Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
         m_menuBar->setGeometry(0, 0, width(), m_menuHeight);
     }
     m_clientHeight = toPixelsY(clientHeight);
-    resize(toPixelsX(clientWidth), m_clientHeight); // the menu bar is added when its items are known
+    m_widget->resize(toPixelsX(clientWidth), m_clientHeight); // the menu bar is added when its items are known
 }
 
-void Form::setVisible(bool visible)
+QWidget* Form::widget() const { return m_widget; }
+
+Form* Form::of(const QWidget* widget)
 {
-    if (visible && !m_placed) {
-        m_placed = true;
-        // The designed client area lies below the menu bar, as on the classic desktop.
-        if (m_menuBar && !m_heightWritten)
-            resize(width(), m_clientHeight + menuBarHeight());
-        placeWholeOnScreen(*this, !m_positionWritten);
-    }
-    QWidget::setVisible(visible);
+    const auto* own = dynamic_cast<const FormWidget*>(widget);
+    return own ? &own->form() : nullptr;
+}
+
+QSize Form::size() const { return m_widget->size(); }
+int Form::width() const { return m_widget->width(); }
+int Form::height() const { return m_widget->height(); }
+void Form::update() { m_widget->update(); }
+void Form::update(const QRect& area) { m_widget->update(area); }
+
+void Form::placeOnFirstShow()
+{
+    if (m_placed)
+        return;
+    m_placed = true;
+    // The designed client area lies below the menu bar, as on the classic desktop.
+    if (m_menuBar && !m_heightWritten)
+        m_widget->resize(width(), m_clientHeight + menuBarHeight());
+    placeWholeOnScreen(*m_widget, !m_positionWritten);
 }
 
 int Form::menuBarHeight() const
@@ -72,7 +149,15 @@ QPoint Form::clientOrigin() const
     return QPoint(0, m_menuHeight);
 }
 
-Form::~Form() = default;
+Form::~Form()
+{
+    // Its controls have gone already (they are the window's members); what is left of the
+    // widget goes with it.
+    delete m_widget;
+}
+
+bool Form::Visible() const { return m_widget->isVisible(); }
+bool Form::painted() const { return m_widget->isVisible() && m_paintedSinceShow; }
 
 GraphicsLayer& Form::graphicsLayer()
 {
@@ -88,7 +173,7 @@ Q_LOGGING_CATEGORY(lcCaption, "glidepath.caption", QtWarningMsg)
 void Form::setCaption(const QString& caption)
 {
     m_caption = caption;
-    setWindowTitle(caption);
+    m_widget->setWindowTitle(caption);
     qCInfo(lcCaption).noquote() << objectName() + QLatin1String(": ") + caption;
     logTiming(QStringLiteral("caption ") + objectName() + QLatin1Char(' ') + caption);
     Q_EMIT captionWritten(caption);
@@ -96,24 +181,36 @@ void Form::setCaption(const QString& caption)
 
 void Form::Show()
 {
-    if (!isVisible())
-        show();
-    raise();
-    activateWindow();
+    if (!m_widget->isVisible())
+        m_widget->show();
+    m_widget->raise();
+    m_widget->activateWindow();
 }
 
 void Form::Hide()
 {
-    hide();
+    m_widget->hide();
     logTiming(QStringLiteral("hidden ") + objectName());
 }
 
-void Form::setBorderless()
+void Form::setBorderStyle(BorderStyle style)
 {
-    const bool visible = isVisible();
-    setWindowFlag(Qt::FramelessWindowHint, true);
-    if (visible)
-        show();
+    switch (style) {
+    case vbBSNone: {
+        const bool visible = m_widget->isVisible();
+        m_widget->setWindowFlag(Qt::FramelessWindowHint, true);
+        if (visible)
+            m_widget->show();
+        break;
+    }
+    case vbFixedSingle: m_widget->setFixedSize(size()); break;
+    default: raiseError(ErrInvalidPropertyValue);
+    }
+}
+
+void Form::setFont(const QString& name, double points, bool bold)
+{
+    m_widget->setFont(classicFont(name, points, bold));
 }
 
 void Form::CentreOnScreen()
@@ -124,40 +221,40 @@ void Form::CentreOnScreen()
 
 void Form::setTopMost()
 {
-    if (windowFlags() & Qt::WindowStaysOnTopHint)
+    if (m_widget->windowFlags() & Qt::WindowStaysOnTopHint)
         return;
-    const Qt::WindowFlags flags = windowFlags() | Qt::WindowStaysOnTopHint;
-    if (QWindow* handle = windowHandle()) {
+    const Qt::WindowFlags flags = m_widget->windowFlags() | Qt::WindowStaysOnTopHint;
+    if (QWindow* handle = m_widget->windowHandle()) {
         // A window that exists keeps its native window: the flag goes to the window manager
         // as a state change, instead of Qt's hiding and re-creating the window.
-        overrideWindowFlags(flags);
+        m_widget->overrideWindowFlags(flags);
         handle->setFlags(flags);
     } else {
-        setWindowFlags(flags);
+        m_widget->setWindowFlags(flags);
     }
 }
 
 bool Form::noteFrame()
 {
-    if (!isVisible() || isMinimized())
+    if (!m_widget->isVisible() || m_widget->isMinimized())
         return false;
-    const QSize frame = frameGeometry().size() - size();
+    const QSize frame = m_widget->frameGeometry().size() - size();
     if (frame == m_frame)
         return false;
     m_frame = frame;
-    if (const QWindow* handle = windowHandle(); handle && !frame.isEmpty())
+    if (const QWindow* handle = m_widget->windowHandle(); handle && !frame.isEmpty())
         noteFrameMargins(handle->frameMargins());
     // A frame seen for the first time may push the window past the screen's edge.
-    if (!isMaximized() && !isFullScreen()) {
-        const QRect screen = this->screen() ? this->screen()->availableGeometry() : QRect();
-        if (screen.isValid() && !screen.contains(frameGeometry()))
-            move(wholeOnScreen(frameGeometry(), screen).topLeft());
+    if (!m_widget->isMaximized() && !m_widget->isFullScreen()) {
+        const QRect screen = m_widget->screen() ? m_widget->screen()->availableGeometry() : QRect();
+        if (screen.isValid() && !screen.contains(m_widget->frameGeometry()))
+            m_widget->move(wholeOnScreen(m_widget->frameGeometry(), screen).topLeft());
     }
     return true;
 }
 
-int Form::Left() const { return m_left.read(pos().x(), TwipsPerPixelX()); }
-int Form::Top() const { return m_top.read(pos().y(), TwipsPerPixelY()); }
+int Form::Left() const { return m_left.read(m_widget->pos().x(), TwipsPerPixelX()); }
+int Form::Top() const { return m_top.read(m_widget->pos().y(), TwipsPerPixelY()); }
 int Form::Width() const { return m_width.read(width() + m_frame.width(), TwipsPerPixelX()); }
 int Form::Height() const { return m_height.read(height() + m_frame.height(), TwipsPerPixelY()); }
 
@@ -166,7 +263,7 @@ void Form::setLeft(int twips)
     const int px = toPixelsX(twips);
     m_left.written(twips, px); // before the move: its handlers already read the new value
     m_positionWritten = true;
-    move(px, pos().y());
+    m_widget->move(px, m_widget->pos().y());
 }
 
 void Form::setTop(int twips)
@@ -174,7 +271,7 @@ void Form::setTop(int twips)
     const int px = toPixelsY(twips);
     m_top.written(twips, px);
     m_positionWritten = true;
-    move(pos().x(), px);
+    m_widget->move(m_widget->pos().x(), px);
 }
 
 void Form::setWidth(int twips)
@@ -183,7 +280,7 @@ void Form::setWidth(int twips)
         raiseError(ErrInvalidPropertyValue);
     const int outer = toPixelsX(twips);
     m_width.written(twips, outer); // before the resize: Form_Resize already reads the new value
-    resize(std::max(outer - m_frame.width(), 0), height());
+    m_widget->resize(std::max(outer - m_frame.width(), 0), height());
     Q_EMIT sizeWritten(twips, Height());
 }
 
@@ -194,15 +291,15 @@ void Form::setHeight(int twips)
     const int outer = toPixelsY(twips);
     m_height.written(twips, outer);
     m_heightWritten = true;
-    resize(width(), std::max(outer - m_frame.height(), 0));
+    m_widget->resize(width(), std::max(outer - m_frame.height(), 0));
     Q_EMIT sizeWritten(Width(), twips);
 }
 
 int Form::WindowState() const
 {
-    if (isMinimized())
+    if (m_widget->isMinimized())
         return vbMinimized;
-    if (isMaximized())
+    if (m_widget->isMaximized())
         return vbMaximized;
     return vbNormal;
 }
@@ -211,22 +308,23 @@ void Form::setWindowState(int state)
 {
     // With no window manager nobody else fills the screen with a maximised window, or gives it
     // back its size afterwards: the window does both itself.
-    const bool unmanaged = !windowManagerRunning() && screen();
+    QWidget& w = *m_widget;
+    const bool unmanaged = !windowManagerRunning() && w.screen();
     switch (state) {
     case vbNormal:
-        if (unmanaged && isMaximized()) {
-            QWidget::setWindowState(Qt::WindowNoState);
-            setGeometry(m_normalGeometry);
+        if (unmanaged && w.isMaximized()) {
+            w.setWindowState(Qt::WindowNoState);
+            w.setGeometry(m_normalGeometry);
         }
-        QWidget::setWindowState(Qt::WindowNoState);
+        w.setWindowState(Qt::WindowNoState);
         break;
-    case vbMinimized: QWidget::setWindowState(Qt::WindowMinimized); break;
+    case vbMinimized: w.setWindowState(Qt::WindowMinimized); break;
     case vbMaximized:
-        if (unmanaged && !isMaximized()) {
-            m_normalGeometry = geometry();
-            setGeometry(screen()->availableGeometry());
+        if (unmanaged && !w.isMaximized()) {
+            m_normalGeometry = w.geometry();
+            w.setGeometry(w.screen()->availableGeometry());
         }
-        QWidget::setWindowState(Qt::WindowMaximized);
+        w.setWindowState(Qt::WindowMaximized);
         break;
     default: raiseError(ErrInvalidPropertyValue);
     }
@@ -304,7 +402,7 @@ void Form::endBatch()
 void Form::timerEvent(QTimerEvent* event)
 {
     if (event->timerId() != m_flushTimer) {
-        QWidget::timerEvent(event);
+        QObject::timerEvent(event);
         return;
     }
     killTimer(m_flushTimer);
@@ -390,13 +488,12 @@ void Form::Circle(double x, double y, double radius, OleColor color)
 
 // Events ----------------------------------------------------------------------------------
 
-void Form::showEvent(QShowEvent* event)
+void Form::shown()
 {
-    QWidget::showEvent(event);
     m_paintedSinceShow = false;
 }
 
-void Form::paintEvent(QPaintEvent* event)
+void Form::paint(QPaintEvent* event)
 {
     if (!m_paintedSinceShow) {
         m_paintedSinceShow = true;
@@ -404,16 +501,15 @@ void Form::paintEvent(QPaintEvent* event)
         Q_EMIT firstPainted();
     }
     endBatch();
-    QPainter painter(this);
+    QPainter painter(m_widget);
     if (m_surface.isNull())
         painter.fillRect(event->rect(), toQColor(m_backColor));
     else
         painter.drawImage(event->rect(), m_surface, event->rect());
 }
 
-void Form::resizeEvent(QResizeEvent* event)
+void Form::resized()
 {
-    QWidget::resizeEvent(event);
     if (m_menuBar)
         m_menuBar->setGeometry(0, 0, width(), menuBarHeight());
     ensureSurface();
@@ -421,23 +517,11 @@ void Form::resizeEvent(QResizeEvent* event)
     runHandler([this] { Form_Resize(); });
 }
 
-void Form::moveEvent(QMoveEvent* event)
+void Form::moved()
 {
-    QWidget::moveEvent(event);
     // Width and Height are the outer size: a new frame is a new size, with its layout.
     if (noteFrame())
         runHandler([this] { Form_Resize(); });
-}
-
-bool Form::event(QEvent* event)
-{
-    if (event->type() == frameChangedEventType()) {
-        followFrame();
-        // Qt may learn the new frame a moment after the window manager has announced it.
-        QTimer::singleShot(kFrameSettleMs, this, &Form::followFrame);
-        return true;
-    }
-    return QWidget::event(event);
 }
 
 void Form::followFrame()
@@ -446,20 +530,15 @@ void Form::followFrame()
         runHandler([this] { Form_Resize(); });
 }
 
-void Form::changeEvent(QEvent* event)
+void Form::stateChanged()
 {
-    QWidget::changeEvent(event);
-    if (event->type() == QEvent::WindowStateChange) {
-        runHandler([this] { Form_Resize(); });
-        // A maximised window may get another frame from the window manager.
-        QTimer::singleShot(kFrameSettleMs, this, &Form::followFrame);
-    }
+    runHandler([this] { Form_Resize(); });
+    // A maximised window may get another frame from the window manager.
+    QTimer::singleShot(kFrameSettleMs, this, &Form::followFrame);
 }
 
-void Form::closeEvent(QCloseEvent* event)
+void Form::closeAsked()
 {
-    // The window goes through Unload, whose handler decides; Qt must not close it by itself.
-    event->ignore();
     runHandler([this] { Unload(*this); });
 }
 
@@ -468,29 +547,29 @@ QPointF Form::clientPoint(const QMouseEvent& mouse) const
     return fromSurface(mouse.position() - QPointF(clientOrigin()));
 }
 
-void Form::mousePressEvent(QMouseEvent* event)
+void Form::mousePressed(QMouseEvent* event)
 {
     m_pressed = true;
     const QPointF at = clientPoint(*event);
     runHandler([&] { Form_MouseDown(classicButton(event->button()), classicShift(event->modifiers()), at.x(), at.y()); });
 }
 
-void Form::mouseMoveEvent(QMouseEvent* event)
+void Form::mouseMoved(QMouseEvent* event)
 {
     const QPointF at = clientPoint(*event);
     runHandler([&] { Form_MouseMove(classicButtons(event->buttons()), classicShift(event->modifiers()), at.x(), at.y()); });
 }
 
-void Form::mouseReleaseEvent(QMouseEvent* event)
+void Form::mouseReleased(QMouseEvent* event)
 {
     const QPointF at = clientPoint(*event);
     runHandler([&] { Form_MouseUp(classicButton(event->button()), classicShift(event->modifiers()), at.x(), at.y()); });
-    if (m_pressed && rect().contains(event->position().toPoint()))
+    if (m_pressed && m_widget->rect().contains(event->position().toPoint()))
         runHandler([this] { Form_Click(); });
     m_pressed = false;
 }
 
-void Form::mouseDoubleClickEvent(QMouseEvent*)
+void Form::mouseDoubleClicked()
 {
     // The second press of a double click raises DblClick alone; its release only MouseUp.
     m_pressed = false;

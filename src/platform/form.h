@@ -4,6 +4,9 @@
 // Positions and sizes are in twips; Width and Height are the outer size, frame included
 // (the frame is what the window manager reports, nothing where there is none).
 //
+// A window holds its Qt widget rather than being one, so that a window's code reaches only the
+// classic API; the platform and the tests reach the widget through widget().
+//
 // A window is also a drawing surface: a background colour, a scale (twips, pixels or a user
 // scale such as 100 by 100 units over the client area) and lines and circles drawn in that
 // scale, kept in one backing image until the window is cleared or its background set.
@@ -12,13 +15,18 @@
 #include "twips.h"
 
 #include <QImage>
-#include <QWidget>
+#include <QObject>
+#include <QString>
 
 #include <cstdint>
 #include <functional>
 #include <vector>
 
 class QMenuBar;
+class QMouseEvent;
+class QPaintEvent;
+class QTimerEvent;
+class QWidget;
 
 namespace platform {
 
@@ -36,7 +44,12 @@ public:
 
 enum WindowStates : int { vbNormal = 0, vbMinimized = 1, vbMaximized = 2 };
 
-class Form : public QWidget, public Container {
+// The BorderStyle property: no title bar and no frame, or a frame the user cannot resize.
+enum BorderStyle : int { vbBSNone = 0, vbFixedSingle = 1 };
+
+class FormWidget;
+
+class Form : public QObject, public Container {
     Q_OBJECT
 public:
     enum class Menu { None, Bar };
@@ -44,23 +57,27 @@ public:
     Form(const char* name, int clientWidth, int clientHeight, Menu menu = Menu::None);
     ~Form() override;
 
-    QWidget* containerWidget() override { return this; }
-    // The window's Qt widget, for the platform and the tests; windows use the classic API.
-    QWidget* widget() { return this; }
+    // The window's Qt widget: the one way to it, for the platform and the tests.
+    QWidget* widget() const;
+    // The window whose widget this is (null for any other widget).
+    static Form* of(const QWidget* widget);
+
+    QWidget* containerWidget() override { return widget(); }
     QPoint clientOrigin() const override;
     QMenuBar* MenuBar() const { return m_menuBar; }
 
+    // The first showing places the window: where the program put it, or else centred; in both
+    // cases whole on the screen. A menu bar is added above the designed client area.
     void Show();
     void Hide();
-    // The first showing places the window: where the program put it, or else centred; in
-    // both cases whole on the screen. A menu bar is added above the designed client area.
-    void setVisible(bool visible) override;
-    bool Visible() const { return isVisible(); }
+    bool Visible() const;
 
     QString Caption() const { return m_caption; }
     void setCaption(const QString& caption);
-    // BorderStyle 0: no title bar and no frame.
-    void setBorderless();
+    // A fixed border keeps the size the window has when it is set.
+    void setBorderStyle(BorderStyle style);
+    // The font of the window itself and of what it draws without a font of its own (its menus).
+    void setFont(const QString& name, double points, bool bold = false);
     // Places the window in the middle of the screen at its present size.
     void CentreOnScreen();
 
@@ -97,7 +114,7 @@ public:
     GraphicsLayer& graphicsLayer();
 
     // Shown and drawn on the screen at least once since.
-    bool painted() const { return isVisible() && m_paintedSinceShow; }
+    bool painted() const;
 
 Q_SIGNALS:
     // The window's first paint after being shown.
@@ -121,24 +138,33 @@ protected:
     virtual void Form_MouseUp(int button, int shift, double x, double y) { (void)button, (void)shift, (void)x, (void)y; }
     virtual void Form_Terminate() {}
 
-    void showEvent(QShowEvent* event) override;
-    void paintEvent(QPaintEvent* event) override;
-    void resizeEvent(QResizeEvent* event) override;
-    void moveEvent(QMoveEvent* event) override;
-    void changeEvent(QEvent* event) override;
-    void closeEvent(QCloseEvent* event) override;
-    void mousePressEvent(QMouseEvent* event) override;
-    void mouseMoveEvent(QMouseEvent* event) override;
-    void mouseReleaseEvent(QMouseEvent* event) override;
-    void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
-    bool event(QEvent* event) override;
-
 private:
     friend class Forms;
+    friend class FormWidget;
     void runLoad() { Form_Load(); }
     void runUnload(int& cancel) { Form_Unload(cancel); }
     void runTerminate() { Form_Terminate(); }
+
+    // What the widget reports, in the window's terms.
+    void placeOnFirstShow();
+    void shown();
+    void paint(QPaintEvent* event);
+    void resized();
+    void moved();
+    void stateChanged();
+    void closeAsked();
+    void mousePressed(QMouseEvent* event);
+    void mouseMoved(QMouseEvent* event);
+    void mouseReleased(QMouseEvent* event);
+    void mouseDoubleClicked();
+    void timerEvent(QTimerEvent* event) override; // the drawing's flush
+
+    // The widget's size in pixels, and a repaint of it, for the drawing code.
+    QSize size() const;
+    int width() const;
+    int height() const;
+    void update();
+    void update(const QRect& area);
 
     enum class ScaleMode { Twips, Pixels, User };
     QPointF clientPoint(const QMouseEvent& mouse) const; // in the window's scale
@@ -159,6 +185,7 @@ private:
     void addStroke(const Stroke& stroke, const QRect& area);
     void endBatch(); // draws the waiting strokes on the surface
 
+    FormWidget* m_widget;
     QMenuBar* m_menuBar = nullptr;
     int m_menuHeight = 0; // pixels
     QString m_caption; // as written: the window system may not keep every character

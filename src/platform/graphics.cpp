@@ -13,11 +13,11 @@ namespace platform {
 
 // GraphicsLayer ---------------------------------------------------------------------------
 
-GraphicsLayer::GraphicsLayer(Form& form) : QWidget(&form), m_form(form)
+GraphicsLayer::GraphicsLayer(Form& form) : QWidget(form.widget()), m_form(form)
 {
     setObjectName(QStringLiteral("WindowlessControls"));
     setAttribute(Qt::WA_TransparentForMouseEvents);
-    form.installEventFilter(this);
+    form.widget()->installEventFilter(this);
     followForm();
     show();
 }
@@ -25,12 +25,12 @@ GraphicsLayer::GraphicsLayer(Form& form) : QWidget(&form), m_form(form)
 void GraphicsLayer::followForm()
 {
     const QPoint origin = m_form.clientOrigin();
-    setGeometry(QRect(origin, m_form.size() - QSize(0, origin.y())));
+    setGeometry(QRect(origin, m_form.widget()->size() - QSize(0, origin.y())));
 }
 
 bool GraphicsLayer::eventFilter(QObject* watched, QEvent* event)
 {
-    if (watched == &m_form && event->type() == QEvent::Resize)
+    if (watched == m_form.widget() && event->type() == QEvent::Resize)
         followForm();
     return false;
 }

@@ -34,6 +34,20 @@ namespace {
 // tens of milliseconds to start. One that is not shown gets its music after this long.
 constexpr int kLatestStartMs = 250;
 
+// The controls' look, in pixels: a margin round the face and between its rows, a dark display
+// with light green text, the speaker before the volume slider set apart from the buttons.
+constexpr int kFaceMarginPx = 4;
+constexpr int kRowSpacingPx = 3;
+const QColor kDisplayBackground(0x10, 0x18, 0x20);
+const QColor kDisplayText(0x70, 0xF0, 0xB0);
+constexpr int kDisplayMarginXPx = 6;
+constexpr int kDisplayMarginYPx = 4;
+constexpr int kDisplayLineSpacingPx = 2;
+constexpr int kSpeakerIconPx = 16;
+constexpr int kVolumeGapPx = 6;
+// A click beside the position slider's handle moves this far.
+constexpr int kPositionPageStepMs = 5000;
+
 QString clock(qint64 ms)
 {
     const qint64 seconds = std::max<qint64>(ms, 0) / 1000;
@@ -59,20 +73,28 @@ void MediaPlayer::buildControls()
     QWidget* face = widget();
     face->setAutoFillBackground(true);
     auto* layout = new QVBoxLayout(face);
-    layout->setContentsMargins(4, 4, 4, 4);
-    layout->setSpacing(3);
+    layout->setContentsMargins(kFaceMarginPx, kFaceMarginPx, kFaceMarginPx, kFaceMarginPx);
+    layout->setSpacing(kRowSpacingPx);
+    layout->addWidget(makeDisplay(), 1);
+    layout->addWidget(makePositionSlider());
+    layout->addLayout(makeTransport());
+    showState();
+    showTime();
+}
 
-    // The display: dark, with the file's name, the state and the time.
-    m_display = new QWidget(face);
+QWidget* MediaPlayer::makeDisplay()
+{
+    // Dark, with the file's name above its state and the time.
+    m_display = new QWidget(widget());
     m_display->setObjectName(QStringLiteral("Display"));
     m_display->setAutoFillBackground(true);
     QPalette dark = m_display->palette();
-    dark.setColor(QPalette::Window, QColor(0x10, 0x18, 0x20));
-    dark.setColor(QPalette::WindowText, QColor(0x70, 0xF0, 0xB0));
+    dark.setColor(QPalette::Window, kDisplayBackground);
+    dark.setColor(QPalette::WindowText, kDisplayText);
     m_display->setPalette(dark);
     auto* lines = new QVBoxLayout(m_display);
-    lines->setContentsMargins(6, 4, 6, 4);
-    lines->setSpacing(2);
+    lines->setContentsMargins(kDisplayMarginXPx, kDisplayMarginYPx, kDisplayMarginXPx, kDisplayMarginYPx);
+    lines->setSpacing(kDisplayLineSpacingPx);
     m_title = new QLabel(m_display);
     m_title->setTextFormat(Qt::PlainText);
     m_state = new QLabel(m_display);
@@ -83,43 +105,15 @@ void MediaPlayer::buildControls()
     row->addWidget(m_state);
     row->addWidget(m_time);
     lines->addLayout(row);
-    layout->addWidget(m_display, 1);
+    return m_display;
+}
 
-    m_position = new QSlider(Qt::Horizontal, face);
+QWidget* MediaPlayer::makePositionSlider()
+{
+    m_position = new QSlider(Qt::Horizontal, widget());
     m_position->setAccessibleName(QStringLiteral("Position"));
     m_position->setRange(0, 0);
-    m_position->setPageStep(5000); // a click beside the handle moves five seconds
-    layout->addWidget(m_position);
-
-    auto* transport = new QHBoxLayout;
-    transport->setSpacing(3);
-    m_playPause = new QToolButton(face);
-    m_playPause->setAutoRaise(false);
-    m_stop = new QToolButton(face);
-    m_stop->setIcon(face->style()->standardIcon(QStyle::SP_MediaStop));
-    m_stop->setAccessibleName(QStringLiteral("Stop"));
-    m_stop->setToolTip(QStringLiteral("Stop"));
-    auto* speaker = new QLabel(face);
-    speaker->setPixmap(face->style()->standardIcon(QStyle::SP_MediaVolume).pixmap(16, 16));
-    m_volumeSlider = new QSlider(Qt::Horizontal, face);
-    m_volumeSlider->setRange(0, 100);
-    m_volumeSlider->setValue(m_volume);
-    m_volumeSlider->setAccessibleName(QStringLiteral("Volume"));
-    m_volumeSlider->setToolTip(QStringLiteral("Volume"));
-    transport->addWidget(m_playPause);
-    transport->addWidget(m_stop);
-    transport->addSpacing(6);
-    transport->addWidget(speaker);
-    transport->addWidget(m_volumeSlider, 1);
-    layout->addLayout(transport);
-
-    connect(m_playPause, &QToolButton::clicked, this, [this] {
-        if (isPlaying())
-            Pause();
-        else
-            Play();
-    });
-    connect(m_stop, &QToolButton::clicked, this, &MediaPlayer::Stop);
+    m_position->setPageStep(kPositionPageStepMs);
     connect(m_position, &QSlider::sliderReleased, this, [this] {
         if (m_player)
             m_player->setPosition(m_position->value());
@@ -129,14 +123,48 @@ void MediaPlayer::buildControls()
         if (m_player && action != QAbstractSlider::SliderMove)
             QTimer::singleShot(0, this, [this] { m_player->setPosition(m_position->value()); });
     });
+    return m_position;
+}
+
+QLayout* MediaPlayer::makeTransport()
+{
+    // Play or pause, stop, then the volume.
+    QWidget* face = widget();
+    auto* transport = new QHBoxLayout;
+    transport->setSpacing(kRowSpacingPx);
+    m_playPause = new QToolButton(face);
+    m_playPause->setAutoRaise(false);
+    m_stop = new QToolButton(face);
+    m_stop->setIcon(face->style()->standardIcon(QStyle::SP_MediaStop));
+    m_stop->setAccessibleName(QStringLiteral("Stop"));
+    m_stop->setToolTip(QStringLiteral("Stop"));
+    auto* speaker = new QLabel(face);
+    speaker->setPixmap(face->style()->standardIcon(QStyle::SP_MediaVolume).pixmap(kSpeakerIconPx, kSpeakerIconPx));
+    m_volumeSlider = new QSlider(Qt::Horizontal, face);
+    m_volumeSlider->setRange(0, 100);
+    m_volumeSlider->setValue(m_volume);
+    m_volumeSlider->setAccessibleName(QStringLiteral("Volume"));
+    m_volumeSlider->setToolTip(QStringLiteral("Volume"));
+    transport->addWidget(m_playPause);
+    transport->addWidget(m_stop);
+    transport->addSpacing(kVolumeGapPx);
+    transport->addWidget(speaker);
+    transport->addWidget(m_volumeSlider, 1);
+
+    connect(m_playPause, &QToolButton::clicked, this, [this] {
+        if (isPlaying())
+            Pause();
+        else
+            Play();
+    });
+    connect(m_stop, &QToolButton::clicked, this, &MediaPlayer::Stop);
     connect(m_volumeSlider, &QSlider::valueChanged, this, [this](int volume) {
         m_volume = volume;
         if (m_output)
             m_output->setVolume(volume / 100.0f);
         Q_EMIT displayChanged();
     });
-    showState();
-    showTime();
+    return transport;
 }
 
 void MediaPlayer::Open(const QString& fileName)
@@ -148,7 +176,7 @@ void MediaPlayer::Open(const QString& fileName)
         showState();
     if (waiting)
         return;
-    auto* window = qobject_cast<Form*>(widget()->window());
+    Form* window = Form::of(widget()->window());
     if (window && !window->painted()) {
         connect(window, &Form::firstPainted, this, &MediaPlayer::startPending,
                 Qt::ConnectionType(Qt::QueuedConnection | Qt::SingleShotConnection));

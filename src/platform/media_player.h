@@ -12,6 +12,7 @@
 class QMediaPlayer;
 class QAudioOutput;
 class QLabel;
+class QLayout;
 class QSlider;
 class QToolButton;
 
@@ -61,6 +62,9 @@ private:
     void startPending();
     void makePlayer();
     void buildControls();
+    QWidget* makeDisplay();
+    QWidget* makePositionSlider();
+    QLayout* makeTransport();
     void showState();
     void showTime();
 

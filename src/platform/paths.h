@@ -8,4 +8,8 @@ namespace platform {
 // functions take forward slashes.
 QString nativePath(const QString& path);
 
+// The user's desktop folder (the classic desktop's "C:\Windows\Desktop\"), or the home folder
+// where there is none.
+QString DesktopFolder();
+
 } // namespace platform

@@ -76,9 +76,9 @@ void Forms::unload(Form& form)
             break;
         }
     }
-    form.hide();
+    form.widget()->hide();
     logTiming(QStringLiteral("unloaded ") + form.objectName());
-    for (Timer* timer : form.findChildren<Timer*>())
+    for (Timer* timer : form.widget()->findChildren<Timer*>())
         timer->setEnabled(false); // an unloaded window's timers stop at once
     form.runTerminate();
     form.deleteLater(); // its own handler may still be on the stack

@@ -2,6 +2,8 @@
 
 #include "runtime.h"
 
+#include <QEvent>
+
 #include <algorithm>
 #include <vector>
 
@@ -48,9 +50,11 @@ private:
 } // namespace
 
 Timer::Timer(Container& parent, const char* name, int interval, bool enabled)
-    : QObject(parent.containerWidget()), m_interval(interval), m_enabled(enabled)
+    : QObject(parent.containerWidget()), m_window(parent.containerWidget()->window()), m_interval(interval),
+      m_windowShown(m_window->isVisible()), m_enabled(enabled)
 {
     setObjectName(QString::fromLatin1(name));
+    m_window->installEventFilter(this);
     m_timer.setTimerType(Qt::CoarseTimer);
     connect(&m_timer, &QTimer::timeout, this, &Timer::tick);
     restart();
@@ -71,6 +75,26 @@ void Timer::setPace(int ms)
 {
     m_pace = ms;
     restart();
+}
+
+void Timer::setHiddenPace(int ms, CatchUp catchUp)
+{
+    m_hiddenPace = ms;
+    m_catchUp = catchUp;
+    restart();
+}
+
+bool Timer::eventFilter(QObject* watched, QEvent* event)
+{
+    const bool show = event->type() == QEvent::Show;
+    if (watched == m_window && (show || event->type() == QEvent::Hide)) {
+        m_windowShown = show;
+        if (m_hiddenPace)
+            restart();
+        if (show && m_enabled && m_catchUp == CatchUp::AtShow)
+            tick();
+    }
+    return false;
 }
 
 void Timer::setEnabled(bool enabled)

@@ -28,10 +28,17 @@ public:
     bool Enabled() const { return m_enabled; }
     void setEnabled(bool enabled);
     // The interval the timer really runs at.
-    int effectiveInterval() const { return std::max({m_interval, kTimerFloorMs, m_pace}); }
+    int effectiveInterval() const
+    {
+        return std::max({m_interval, kTimerFloorMs, m_windowShown || !m_hiddenPace ? m_pace : m_hiddenPace});
+    }
     // A slower floor for this timer alone, for a window whose design asks for more ticks than
     // a person can see and whose every tick costs much (0: the platform's floor).
     void setPace(int ms);
+    // The floor while the timer's window is hidden, where nobody sees what a tick does (0: the
+    // same as shown). With CatchUp::AtShow the timer ticks at once when the window is shown.
+    enum class CatchUp { No, AtShow };
+    void setHiddenPace(int ms, CatchUp catchUp = CatchUp::No);
 
     void onTimer(Handler handler) { m_handler = std::move(handler); }
 
@@ -39,10 +46,15 @@ public:
 
 private:
     void restart();
+    bool eventFilter(QObject* watched, QEvent* event) override; // the window shown or hidden
 
     QTimer m_timer;
+    QWidget* m_window;
     int m_interval;
     int m_pace = 0;
+    int m_hiddenPace = 0;
+    CatchUp m_catchUp = CatchUp::No;
+    bool m_windowShown;
     bool m_enabled;
     bool m_running = false;
     Handler m_handler;

@@ -2,6 +2,8 @@
 // The hidden holder of the font colour code: the text of ForeC, read from ForeC.INI once,
 // when the window is first touched. Never shown and never written back.
 
+#include "settings.h"
+
 #include "platform/controls.h"
 #include "platform/form.h"
 
@@ -14,6 +16,3 @@ public:
 protected:
     void Form_Load() override;
 };
-
-// The font colour code: ForeC's text, read afresh each time.
-QString FontColour();

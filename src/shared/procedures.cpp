@@ -52,6 +52,7 @@ void LoadListFile(const QString& path, ListBox& list)
 {
     // Errors: ignored, statement by statement; the loop test is a statement like any other,
     // so when it fails the loop body runs.
+    // Kept: so a missing file appends empty items without end; stopped, a user would see an empty list.
     OnErrorResumeNext next;
     QString field;
     next([&] { Open(path, OpenMode::Input, 1); });
@@ -73,6 +74,7 @@ void SaveListFile(const QString& path, ListBox& list)
     int count = 0;
     next([&] { Open(path, OpenMode::Output, 1); });
     next([&] { count = list.ListCount(); });
+    // Kept: no quoting, though the reader splits fields; a user sees an address with a comma come back as two.
     for (int i = 0; i <= count - 1; ++i)
         next([&] { PrintLine(1, list.List(i)); });
     next([&] { Close(1); });
@@ -85,6 +87,7 @@ QString ReadIniValue(const QString& section, QString& key, const QString& file)
     QString buffer(kIniBufferLength, QChar(0));
     quint32 length = 0;
     QString value;
+    // Kept: lower case here, upper case in the writer; keys compare without case, so a user sees no difference.
     next([&] { key = key.toLower(); });
     next([&] { length = GetPrivateProfileStringA(section, key, QString(), buffer, kIniBufferLength, file); });
     next([&] { value = buffer.left(length); });
@@ -96,7 +99,7 @@ void WriteIniValue(const QString& section, const QString& key, const QString& va
     // Errors: ignored, statement by statement.
     OnErrorResumeNext next;
     QString upperKey;
-    next([&] { upperKey = key.toUpper(); });
+    next([&] { upperKey = key.toUpper(); }); // Kept: changed, a user's INI file would read "Dir=", not "DIR="
     next([&] { WritePrivateProfileStringA(section, upperKey, value, file); });
 }
 
@@ -138,6 +141,7 @@ void RandomLinesEffect(Form& window)
         const int c = int(Rnd() * (kLinesGrid + 1));
         const int d = int(Rnd() * (kLinesGrid + 1));
         const OleColor colour = QBColor(int(Rnd() * kLinesColours));
+        // Kept: four lines, the third the second drawn backwards; with three the effect would run a little faster.
         window.Line(a, c, b, d, colour);
         window.Line(a, d, b, c, colour);
         window.Line(b, c, a, d, colour);

@@ -9,17 +9,17 @@ using namespace platform;
 namespace {
 constexpr int kClientWidth = 5055;
 constexpr int kClientHeight = 495;
-constexpr double kLingerSeconds = 0.6; // rounded to a whole second by Pause's argument
+constexpr double kLingerSeconds = 0.6; // Kept: Pause's whole seconds make it 1, so a user sees the text a second
 } // namespace
 
 StatF::StatF() : Form("StatF", kClientWidth, kClientHeight)
 {
-    setBorderless();
+    setBorderStyle(vbBSNone);
     setBackColor(vbBlack);
     UseWindowFont({&Info});
     Info.setForeColor(vbWhite);
     Info.setBackColor(vbBlack);
-    Info.setAlignment(2);
+    Info.setAlignment(vbCenter);
     // Centred on the screen, where the eye is while the program starts.
     CentreOnScreen();
 }

@@ -1,11 +1,10 @@
 #include "window_look.h"
 
-#include "color.h"
 #include "procedures.h"
 #include "platform/control.h"
 #include "platform/controls.h"
 #include "platform/picture.h"
-#include "startup/theme_selector.h"
+#include "shared/settings.h"
 
 void UseWindowFont(std::initializer_list<platform::Control*> controls, double points, bool bold)
 {

@@ -2,11 +2,11 @@
 
 #include "shared/window_look.h"
 #include "browser/main_window.h"
-#include "shared/color.h"
 #include "shared/procedures.h"
 #include "startup/theme_selector.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
@@ -15,19 +15,23 @@ constexpr int kClientWidth = 7335;
 constexpr int kClientHeight = 2535;
 constexpr int kPictureMargins = 480; // 240 twips on each side of the picture
 constexpr int kNoButtonStyle = 8;    // names no standard button set: a single OK
+
+const Wiring<IntroFRM> kWiring[] = {
+    {OnClick, &IntroFRM::ClickAnywhereToEnter, &IntroFRM::ClickAnywhereToEnter_Click},
+};
 } // namespace
 
 IntroFRM::IntroFRM() : Form("IntroFRM", kClientWidth, kClientHeight)
 {
-    setBorderless();
+    setBorderStyle(vbBSNone);
     UseWindowFont({&ClickAnywhereToEnter}, kButtonFontPoints);
     ClickAnywhereToEnter.setForeColor(vbWhite); // readable on the dark margins of the themes
     // The text stands in the bottom margin, clear of the picture.
-    ClickAnywhereToEnter.setAlignment(2, Label::Vertical::Bottom);
+    ClickAnywhereToEnter.setAlignment(vbCenter, Label::Vertical::Bottom);
     ClickAnywhereToEnter.setAccessibleName(QStringLiteral("Click Anywhere To Enter."));
-    ClickAnywhereToEnter.onClick([this] { ClickAnywhereToEnter_Click(); });
     Player.setVisible(false);
     CentreOnScreen();
+    wire(*this, kWiring);
 }
 
 void IntroFRM::Form_Load()

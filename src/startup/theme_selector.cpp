@@ -6,12 +6,19 @@
 #include "startup/intro.h"
 #include "platform/picture.h"
 #include "platform/runtime.h"
+#include "platform/wiring.h"
 
 using namespace platform;
 
 namespace {
 constexpr int kClientWidth = 6495;
 constexpr int kClientHeight = 5295;
+
+const Wiring<ThemeSelector> kWiring[] = {
+    {OnChange, &ThemeSelector::Dir, &ThemeSelector::Dir_Change},
+    {OnClick, &ThemeSelector::CancelCMD, &ThemeSelector::CancelCMD_Click},
+    {OnClick, &ThemeSelector::OkayCMD, &ThemeSelector::OkayCMD_Click},
+};
 } // namespace
 
 QString ThemeDir()
@@ -27,9 +34,7 @@ ThemeSelector::ThemeSelector() : Form("ThemeSelector", kClientWidth, kClientHeig
     UseWindowFont({&TPath});
     UseWindowFont({&CancelCMD}, kButtonFontPoints);
     UseWindowFont({&OkayCMD}, kButtonFontPoints);
-    Dir.onChange([this] { Dir_Change(); });
-    CancelCMD.onClick([this] { CancelCMD_Click(); });
-    OkayCMD.onClick([this] { OkayCMD_Click(); });
+    wire(*this, kWiring);
 }
 
 void ThemeSelector::Form_Load()
@@ -58,6 +63,7 @@ void ThemeSelector::OkayCMD_Click()
 {
     // Errors: the first failing step ends the handler, silently; the selector stays open.
     OnErrorExit([&] {
+        // Kept: the empty write first; a user sees no difference unless the program dies between the two.
         WriteIniValue(QStringLiteral("Theme Directory"), QStringLiteral("Dir"), QString(), AppPath() + "/ThemeDir.INI");
         WriteIniValue(QStringLiteral("Theme Directory"), QStringLiteral("Dir"), TPath.Text(), AppPath() + "/ThemeDir.INI");
         form<MainFRM>().Go.setPicture(LoadPicture(ThemeDir() + "/GoUP.BMP"));

@@ -3,6 +3,8 @@
 // theme directory. Made on first use and then only hidden, so that text lives as long as the
 // program.
 
+#include "shared/settings.h"
+
 #include "platform/controls.h"
 #include "platform/dir_list.h"
 #include "platform/form.h"
@@ -25,6 +27,3 @@ protected:
     void Form_Load() override;
     void Form_Unload(int& cancel) override;
 };
-
-// The current theme directory: TPath's text, read afresh each time.
-QString ThemeDir();

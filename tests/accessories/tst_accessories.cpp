@@ -11,6 +11,7 @@
 #include "accessories/secret_place.h"
 #include "startup/intro.h"
 #include "platform/cp1252.h"
+#include "platform/paths.h"
 #include "support/input.h"
 #include "support/test_main.h"
 #include "support/program.h"
@@ -233,7 +234,7 @@ void TestAccessories::mp3Questions()
     QCOMPARE(again.log, (QStringList{"Click.WAV", "Click.WAV", "open file"}));
     for (const FileDialogRequest& asked : {p.dialogs->fileRequests.value(0), again.dialogs->fileRequests.value(1)})
         QCOMPARE(std::tuple(asked.save, asked.flags, asked.initDir, asked.fileName),
-                 std::tuple(false, int(cdlOFNHideReadOnly), MP3PlayerFRM::DesktopFolder(), QString()));
+                 std::tuple(false, int(cdlOFNHideReadOnly), DesktopFolder(), QString()));
     QCOMPARE(p.dialogs->fileRequests.value(0).filter, QStringLiteral("MP3 Files (*.MP3)|*.MP3"));
     QCOMPARE(again.dialogs->fileRequests.value(1).filter, QStringLiteral("MP3 Files|*.MP3"));
     QTRY_VERIFY(player->Player.displayText().startsWith(QStringLiteral("second.MP3\nPlaying\n")));

@@ -169,7 +169,7 @@ void TestProcedures::squeezeStretchSizes()
     QFETCH(QList<int>, heights);
     TestRuntime t;
     Host& host = form<Host>();
-    host.setBorderless();
+    host.setBorderStyle(vbBSNone);
     host.setWidth(6000);
     host.setHeight(height);
     host.Show();

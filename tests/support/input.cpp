@@ -92,28 +92,28 @@ void doubleClick(platform::Control& control, QPoint at)
 
 void press(platform::Form& form, QPoint at, Qt::MouseButton button)
 {
-    QTest::mousePress(windowOf(&form), button, Qt::NoModifier, clientToWindow(form, at));
+    QTest::mousePress(windowOf(form.widget()), button, Qt::NoModifier, clientToWindow(form, at));
 }
 
 void move(platform::Form& form, QPoint at)
 {
     // The move carries the buttons still held from press(), as a real one does.
-    QTest::mouseMove(windowOf(&form), clientToWindow(form, at));
+    QTest::mouseMove(windowOf(form.widget()), clientToWindow(form, at));
 }
 
 void release(platform::Form& form, QPoint at, Qt::MouseButton button)
 {
-    QTest::mouseRelease(windowOf(&form), button, Qt::NoModifier, clientToWindow(form, at));
+    QTest::mouseRelease(windowOf(form.widget()), button, Qt::NoModifier, clientToWindow(form, at));
 }
 
 void click(platform::Form& form, QPoint at, Qt::MouseButton button)
 {
-    QTest::mouseClick(windowOf(&form), button, Qt::NoModifier, clientToWindow(form, at));
+    QTest::mouseClick(windowOf(form.widget()), button, Qt::NoModifier, clientToWindow(form, at));
 }
 
 void doubleClick(platform::Form& form, QPoint at)
 {
-    QTest::mouseDClick(windowOf(&form), Qt::LeftButton, Qt::NoModifier, clientToWindow(form, at));
+    QTest::mouseDClick(windowOf(form.widget()), Qt::LeftButton, Qt::NoModifier, clientToWindow(form, at));
 }
 
 } // namespace input

@@ -22,6 +22,11 @@ void key(platform::Control& control, Qt::Key key, Qt::KeyboardModifiers modifier
 // Keys to whatever has the keyboard in the window, without moving the focus.
 void typeInto(QWidget& window, const QString& text);
 void keyInto(QWidget& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
+inline void typeInto(platform::Form& window, const QString& text) { typeInto(*window.widget(), text); }
+inline void keyInto(platform::Form& window, Qt::Key key, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+{
+    keyInto(*window.widget(), key, modifiers);
+}
 
 // Clicks at a point of the control (its middle by default), delivered to its window there.
 void click(platform::Control& control, Qt::MouseButton button = Qt::LeftButton, QPoint at = {-1, -1});

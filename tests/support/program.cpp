@@ -24,7 +24,7 @@ const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
 bool shown(const QString& name)
 {
     for (QWidget* w : QApplication::topLevelWidgets())
-        if (w->objectName() == name && dynamic_cast<Form*>(w) && w->isVisible())
+        if (Form* f = Form::of(w); f && f->objectName() == name && w->isVisible())
             return true;
     return false;
 }
