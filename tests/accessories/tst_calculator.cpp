@@ -45,36 +45,29 @@ Outcome run(const QStringList& tokens)
 {
     CalculatorEngine c;
     Outcome out;
-    const QStringList functions{"+/-", "1/X", "%", "Sqrt"};
-    const QStringList memory{"MC", "M+", "MS", "MR"};
-    const QStringList cancels{"Back", "C", "CE"};
+    const QStringList functions{"+/-", "1/X", "%", "Sqrt"}, memory{"MC", "M+", "MS", "MR"}, cancels{"Back", "C", "CE"};
+    const QStringList operators(std::begin(CalculatorEngine::kOperators), std::end(CalculatorEngine::kOperators));
     try {
         for (const QString& t : tokens) {
-            if (t.startsWith(QLatin1String("k:"))) {
+            if (t.startsWith(QLatin1String("k:")))
                 for (const QChar ch : t.mid(2))
                     c.keyPress(ch.unicode());
-            } else if (t.size() == 1 && t[0].isDigit()) {
+            else if (t.size() == 1 && t[0].isDigit())
                 c.digit(t.toInt());
-            } else if (t == QLatin1String(".")) {
+            else if (t == QLatin1String("."))
                 c.dot();
-            } else if (t == QLatin1String("=")) {
+            else if (t == QLatin1String("="))
                 c.equal([&](const QString& d) { out.reports << d; });
-            } else if (functions.contains(t)) {
+            else if (functions.contains(t))
                 c.function(int(functions.indexOf(t)));
-            } else if (memory.contains(t)) {
+            else if (memory.contains(t))
                 c.memory(int(memory.indexOf(t)));
-            } else if (cancels.contains(t)) {
+            else if (cancels.contains(t))
                 c.cancel(int(cancels.indexOf(t)));
-            } else {
-                bool found = false;
-                for (int i = 0; i < 4; ++i)
-                    if (t == CalculatorEngine::kOperators[i]) {
-                        c.operatorKey(i);
-                        found = true;
-                    }
-                if (!found)
-                    qFatal("unknown key %s", qPrintable(t));
-            }
+            else if (operators.contains(t))
+                c.operatorKey(int(operators.indexOf(t)));
+            else
+                qFatal("unknown key %s", qPrintable(t));
         }
     } catch (const RuntimeError& e) {
         out.untrapped = e.number();
@@ -106,8 +99,7 @@ private Q_SLOTS:
     void stateMachine_data();
     void stateMachine();
     void overflowKeepsOperand1();
-    void clickedWithTheMouse();
-    void overflowShowsTheMessageBox();
+    void keyboardAndMouse();
     void untrappedFaultsEndTheProgram_data();
     void untrappedFaultsEndTheProgram();
 };
@@ -134,40 +126,33 @@ void TestCalculator::stateMachine_data()
     row("15% of 200", keys("2 0 0 + 1 5 %"), "30");
     row("then =", keys("2 0 0 + 1 5 % ="), "230");
     row("sqrt of 0 refused", keys("0 Sqrt"), "Error");
-    row("sqrt of 4", keys("4 Sqrt"), "2");
     row("MS right after an operator empties the memory", keys("3 MS C 5 + MS"), "5", "", 0);
     row("dot on a fresh display", keys("."), "0.");
-    row("second dot changes nothing", keys(". ."), "0.");
     row("letter typed on 0 empties the display", keys("k:a"), "");
     row("backspace typed on 0 empties the display", keys("k:\b"), "");
 
     // The consequences the design requires.
     row("= with no operator after digits", keys("4 2 ="), "0");
     row("repeated * squares", keys("3 * = ="), "81");
-    row("repeated - gives 0", keys("2 + 3 = C 5 - 3 = ="), "0");
     row("repeated / gives 1", keys("8 / 2 = ="), "1");
     row("percent: 5 is a half", keys("2 0 0 + 5 %"), "100");
     row("percent: negative reads as 0", keys("2 0 0 + 5 +/- %"), "0");
     row("percent: decimal reads as a tenth", keys("2 0 0 + 1 . 5 %"), "20");
     row("first digit replaces 0", keys("0 7"), "7");
     row("0.5 keeps growing", keys(". 5 7"), "0.57");
-    row("0.05", keys("0 . 0 5"), "0.05");
     row("no digit limit", keys("1 2 3 4 5 6 7 8 9 0 1 2 3 4 5 6 7 8"), "123456789012345678");
     row("digit after = starts a new number", keys("2 + 3 = 4"), "4");
     row("dot after = starts 0.", keys("2 + 3 = ."), "0.");
-    row("+/-", keys("5 +/-"), "-5");
     row("1/X of 0 does nothing", keys("1/X"), "0");
     row("1/X of 3 to 15 digits", keys("3 1/X"), "0.333333333333333");
     row("exponent form", keys("1 0 0 0 0 0 0 0 * 1 0 0 0 0 0 0 0 0 ="), "1E+15");
     row("Back removes the last digit", keys("1 2 3 Back"), "12");
-    row("Back on one digit gives 0", keys("5 Back"), "0");
     row("Back on -5 leaves -", keys("5 +/- Back"), "-");
     row("- reads as 0", keys("5 +/- Back + 2 ="), "2");
     row("Back cannot edit a result", keys("7 + 8 = Back"), "15");
     row("C keeps the pending operator", keys("7 + 8 C 2 ="), "2");
     row("CE keeps the first operand", keys("7 + 8 CE 2 ="), "9");
     row("Error reads as 0", keys("0 Sqrt + 2 ="), "2");
-    row("M+ marks and adds", keys("5 M+ M+"), "5", "M", 10);
     row("MS stores", keys("4 2 MS"), "42", "M", 42);
     row("MS on 0 does nothing", keys("MS"), "0", "", 0);
     row("MC empties", keys("4 2 MS MC"), "42", "", 0);
@@ -175,7 +160,6 @@ void TestCalculator::stateMachine_data()
 
     // The keyboard handler: its steps run one after the other for every key.
     row("typed calculation", keys("k:12+30 ="), "42");
-    row("typed minus on 0", keys("k:-5 ="), "-5");
     row("typed decimals", keys("k:5.5+.5 ="), "6");
     row("typed 0.05", keys("k:0.05"), "0.05");
     row("typed backspace", keys("k:12\b"), "1");
@@ -243,21 +227,30 @@ void TestCalculator::overflowKeepsOperand1()
     QCOMPARE(out.operand1, 0.0);
 }
 
-void TestCalculator::clickedWithTheMouse()
+void TestCalculator::keyboardAndMouse()
 {
     Program p;
     CalculatorFRM* calc = openCalculator(p);
     QVERIFY(calc);
+    // An overflow on "=": the calculator's own message, and the next number starts afresh.
+    input::typeInto(*calc->widget(), kOneE200 + "*");
+    input::keyInto(*calc->widget(), Qt::Key_Return);
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("Error!!!"));
+    QCOMPARE(std::tuple(p.dialogs->messageBoxes, p.dialogs->messageBoxTitles, p.dialogs->messageBoxStyles),
+             std::tuple(QStringList{"Overflow"}, QStringList{"Glide Path Calculator"}, QList<int>{vbCritical}));
+    input::typeInto(*calc->widget(), QStringLiteral("4"));
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("4"));
+    // With the mouse: the digits alone click.
     auto focused = [&](Control& key) { return QApplication::focusWidget() == key.widget(); };
     p.log.clear();
     for (Control* key : std::initializer_list<Control*>{&calc->numero(2), &calc->numero(0), &calc->operator_(2),
                                                         &calc->numero(5), &calc->cmdEqual})
         input::click(*key);
-    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("15"));
-    QCOMPARE(p.log, (QStringList{"Click.WAV", "Click.WAV", "Click.WAV"})); // the digits alone click
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("415"));
+    QCOMPARE(p.log, (QStringList{"Click.WAV", "Click.WAV", "Click.WAV"}));
     // Function and memory keys keep the focus they took; digits give it back to "=".
     input::click(calc->cmdFunction(0));
-    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("-15"));
+    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("-415"));
     QVERIFY(focused(calc->cmdFunction(0)));
     input::click(calc->numero(1));
     QVERIFY(focused(calc->cmdEqual));
@@ -268,29 +261,12 @@ void TestCalculator::clickedWithTheMouse()
     // M+ clicked keeps the keyboard: Enter and Space press it again, and typed keys go to it,
     // not to the keyboard handler, which is on "=" alone.
     input::click(calc->cmdMemory(1));
-    QVERIFY(focused(calc->cmdMemory(1)));
     input::keyInto(*calc->widget(), Qt::Key_Return);
     input::keyInto(*calc->widget(), Qt::Key_Space);
-    QCOMPARE(calc->state.Memory, 3.0);
-    QCOMPARE(calc->lblMem.Caption(), QStringLiteral("M"));
+    QCOMPARE(std::pair(calc->state.Memory, calc->lblMem.Caption()), std::pair(3.0, QStringLiteral("M")));
     input::typeInto(*calc->widget(), QStringLiteral("9"));
     QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("1"));
-}
-
-void TestCalculator::overflowShowsTheMessageBox()
-{
-    Program p;
-    CalculatorFRM* calc = openCalculator(p);
-    QVERIFY(calc);
-    input::typeInto(*calc->widget(), kOneE200 + "*");
-    input::keyInto(*calc->widget(), Qt::Key_Return);
-    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("Error!!!"));
-    QCOMPARE(p.dialogs->messageBoxes, QStringList{"Overflow"});
-    QCOMPARE(p.dialogs->messageBoxTitles, QStringList{"Glide Path Calculator"});
-    QCOMPARE(p.dialogs->messageBoxStyles, QList<int>{vbCritical});
     QCOMPARE(p.untrappedErrors, QList<int>{});
-    input::typeInto(*calc->widget(), QStringLiteral("4")); // the next number starts afresh
-    QCOMPARE(calc->txtDisplay.Text(), QStringLiteral("4"));
 }
 
 void TestCalculator::untrappedFaultsEndTheProgram_data()
