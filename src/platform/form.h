@@ -4,19 +4,17 @@
 // Positions and sizes are in twips; Width and Height are the outer size, frame included
 // (the frame is what the window manager reports, nothing where there is none).
 //
-// A window is also a drawing surface: a background colour, a scale (twips, pixels or a user
-// scale such as 100 by 100 units over the client area) and lines and circles drawn in that
-// scale, kept in one backing image until the window is cleared or its background set.
+// A window is also a drawing surface (its Canvas): a background colour, a scale and lines and
+// circles drawn in that scale.
 
+#include "canvas.h"
 #include "colors.h"
 #include "twips.h"
 
 #include <QImage>
 #include <QWidget>
 
-#include <cstdint>
 #include <functional>
-#include <vector>
 
 class QMenuBar;
 
@@ -77,21 +75,21 @@ public:
     void setTopMost();
 
     // Drawing surface.
-    OleColor BackColor() const { return m_backColor; }
-    void setBackColor(OleColor color); // also clears what was drawn
-    void Cls();
-    void ScaleTwips();
-    void ScalePixels();
-    void Scale(double left, double top, double right, double bottom);
-    double ScaleWidth() const;
-    double ScaleHeight() const;
-    void Line(double x1, double y1, double x2, double y2, OleColor color);
-    void Circle(double x, double y, double radius, OleColor color);
+    OleColor BackColor() const { return m_canvas.BackColor(); }
+    void setBackColor(OleColor color) { m_canvas.setBackColor(color); } // also clears what was drawn
+    void Cls() { m_canvas.Cls(); }
+    void ScaleTwips() { m_canvas.ScaleTwips(); }
+    void ScalePixels() { m_canvas.ScalePixels(); }
+    void Scale(double left, double top, double right, double bottom) { m_canvas.Scale(left, top, right, bottom); }
+    double ScaleWidth() const { return m_canvas.ScaleWidth(); }
+    double ScaleHeight() const { return m_canvas.ScaleHeight(); }
+    void Line(double x1, double y1, double x2, double y2, OleColor color) { m_canvas.Line(x1, y1, x2, y2, color); }
+    void Circle(double x, double y, double radius, OleColor color) { m_canvas.Circle(x, y, radius, color); }
     // What was drawn (null until something is), with every line and circle so far on it.
-    const QImage& surface();
+    const QImage& surface() { return m_canvas.surface(); }
     // A point of the window's scale in pixels of its client area, and back.
-    QPointF toSurface(double x, double y) const;
-    QPointF fromSurface(QPointF pixels) const;
+    QPointF toSurface(double x, double y) const { return m_canvas.toSurface(x, y); }
+    QPointF fromSurface(QPointF pixels) const { return m_canvas.fromSurface(pixels); }
 
     // The layer the window's windowless controls (lines, shapes) are drawn on; made with the first.
     GraphicsLayer& graphicsLayer();
@@ -131,7 +129,6 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void timerEvent(QTimerEvent* event) override;
     bool event(QEvent* event) override;
 
 private:
@@ -140,24 +137,12 @@ private:
     void runUnload(int& cancel) { Form_Unload(cancel); }
     void runTerminate() { Form_Terminate(); }
 
-    enum class ScaleMode { Twips, Pixels, User };
     QPointF clientPoint(const QMouseEvent& mouse) const; // in the window's scale
     int menuBarHeight() const;
     // Reads the frame the window manager gives the window; true when it changed.
     bool noteFrame();
     // The same, with the layout run again when it changed.
     void followFrame();
-    void ensureSurface();
-    // Drawing waits as strokes until the surface is next read or shown: a clear that comes
-    // first (the lines effect clears over a fan of circles) drops them undrawn. The drawn area
-    // reaches the screen at most once a display frame.
-    struct Stroke {
-        enum Kind : std::uint8_t { Segment, Ring, Dot } kind;
-        QRgb colour;
-        QPointF a, b; // a segment's ends; a ring's or dot's centre, and the ring's radius in b.x
-    };
-    void addStroke(const Stroke& stroke, const QRect& area);
-    void endBatch(); // draws the waiting strokes on the surface
 
     QMenuBar* m_menuBar = nullptr;
     int m_menuHeight = 0; // pixels
@@ -169,14 +154,8 @@ private:
     bool m_placed = false;          // shown at least once
     bool m_positionWritten = false; // Left or Top set by the program
     bool m_heightWritten = false;
-    OleColor m_backColor = vbButtonFace;
-    QImage m_surface;
-    std::vector<Stroke> m_strokes; // drawn, not yet on the surface
-    QRect m_drawn; // drawn since the last flush to the screen
-    int m_flushTimer = 0;
+    Canvas m_canvas{*this};
     GraphicsLayer* m_graphics = nullptr;
-    ScaleMode m_scaleMode = ScaleMode::Twips;
-    QRectF m_userScale;
     bool m_pressed = false;
     bool m_paintedSinceShow = false;
 };

@@ -1,0 +1,88 @@
+#pragma once
+// A window's drawing surface: a background colour, a scale (twips, pixels or a user scale such
+// as 100 by 100 units over the client area) and lines and circles drawn in that scale, kept in
+// one picture until the window is cleared or its background set.
+//
+// Drawing waits as strokes until the picture is read or shown, so a clear that comes first (the
+// lines effect clears over a fan of circles) drops them undrawn, and a hidden window draws
+// nothing at all until it is shown or read. Strokes are put down by the platform's own
+// rasteriser, pixel for pixel what Qt's painter draws with an aliased one-pixel pen, writing
+// straight into the picture. What changed reaches the screen at most once a display frame, and
+// only the part that changed: what was drawn, and what a clear wiped.
+
+#include "colors.h"
+
+#include <QElapsedTimer>
+#include <QImage>
+#include <QObject>
+#include <QPointF>
+#include <QRect>
+
+#include <cstdint>
+#include <vector>
+
+class QPainter;
+class QWidget;
+
+namespace platform {
+
+class Canvas : public QObject {
+public:
+    // Draws on widget: its size is the picture's, its paint shows the picture.
+    explicit Canvas(QWidget& widget);
+
+    OleColor BackColor() const { return m_backColor; }
+    void setBackColor(OleColor color); // also clears what was drawn
+    void Cls();
+    void ScaleTwips();
+    void ScalePixels();
+    void Scale(double left, double top, double right, double bottom);
+    double ScaleWidth() const;
+    double ScaleHeight() const;
+    void Line(double x1, double y1, double x2, double y2, OleColor color);
+    void Circle(double x, double y, double radius, OleColor color);
+    // What was drawn (null until something is), with every line and circle so far on it.
+    const QImage& surface();
+    // A point of the scale in pixels of the widget, and back.
+    QPointF toSurface(double x, double y) const;
+    QPointF fromSurface(QPointF pixels) const;
+
+    // The widget's paint of area: the picture, or the background colour where nothing was drawn.
+    void paint(QPainter& painter, const QRect& area);
+    // The widget's new size: the picture grows to cover it, keeping what was drawn.
+    void resized();
+    // The widget was shown: the screen gets the picture as it is now, drawn while hidden too.
+    void shown();
+
+protected:
+    void timerEvent(QTimerEvent* event) override;
+
+private:
+    enum class ScaleMode { Twips, Pixels, User };
+    struct Stroke {
+        enum Kind : std::uint8_t { Segment, Ring, Dot } kind;
+        QRgb colour;
+        QPointF a, b; // a segment's ends; a ring's or dot's centre, and the ring's radius in b.x
+    };
+    void addStroke(const Stroke& stroke, const QRect& area);
+    void putDown();   // the pending clear and the waiting strokes, onto the picture
+    void scheduleFlush();
+    void flush();     // what changed, to the screen
+
+    QWidget& m_widget;
+    OleColor m_backColor = vbButtonFace;
+    QImage m_picture;
+    QRgb m_pictureBack = 0;        // the colour the picture was last cleared to
+    std::vector<Stroke> m_strokes; // drawn, not yet on the picture
+    QRect m_inked;                 // where the picture may differ from its background colour
+    QRect m_toClear;               // wiped by a clear not yet put down
+    QRect m_damage;                // changed since the screen last got the picture
+    int m_flushTimer = 0;
+    QElapsedTimer m_lastFlush;
+    int m_deferrals = 0;           // flushes held back for a timer's handler still drawing
+    bool m_awaitingHandlers = false;
+    ScaleMode m_scaleMode = ScaleMode::Twips;
+    QRectF m_userScale;
+};
+
+} // namespace platform
