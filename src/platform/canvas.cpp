@@ -79,11 +79,27 @@ void Canvas::putDown()
         }
         m_toClear = QRect();
     }
-    for (const Stroke& stroke : m_strokes) {
+    for (std::size_t i = 0; i < m_strokes.size(); ++i) {
+        const Stroke& stroke = m_strokes[i];
         switch (stroke.kind) {
         case Stroke::Segment: raster::segment(m_picture, stroke.a, stroke.b, stroke.colour); break;
         case Stroke::Dot: raster::dot(m_picture, stroke.a.toPoint(), stroke.colour); break;
-        case Stroke::Ring: raster::ring(m_picture, stroke.a.toPoint(), int(stroke.b.x()), stroke.colour); break;
+        case Stroke::Ring: {
+            // Rings one after another around one centre, each as large as the last or larger (a
+            // fan), are put down together.
+            m_fan.clear();
+            for (std::size_t j = i; j < m_strokes.size(); ++j) {
+                const Stroke& ring = m_strokes[j];
+                const int radius = int(ring.b.x());
+                if (ring.kind != Stroke::Ring || ring.a.x() != stroke.a.x() || ring.a.y() != stroke.a.y() ||
+                    (!m_fan.empty() && radius < m_fan.back().radius))
+                    break;
+                m_fan.push_back({radius, ring.colour});
+            }
+            raster::rings(m_picture, stroke.a.toPoint(), m_fan.data(), m_fan.size());
+            i += m_fan.size() - 1;
+            break;
+        }
         }
     }
     m_strokes.clear();

@@ -11,6 +11,7 @@
 // only the part that changed: what was drawn, and what a clear wiped.
 
 #include "colors.h"
+#include "raster.h"
 
 #include <QElapsedTimer>
 #include <QImage>
@@ -74,6 +75,7 @@ private:
     QImage m_picture;
     QRgb m_pictureBack = 0;        // the colour the picture was last cleared to
     std::vector<Stroke> m_strokes; // drawn, not yet on the picture
+    std::vector<raster::Ring> m_fan; // rings put down together
     QRect m_inked;                 // where the picture may differ from its background colour
     QRect m_toClear;               // wiped by a clear not yet put down
     QRect m_damage;                // changed since the screen last got the picture

@@ -2,15 +2,17 @@
 
 #include <QPainter>
 
+#include <algorithm>
 #include <cmath>
 #include <cstdint>
 #include <cstdlib>
 #include <utility>
+#include <vector>
 
 namespace platform::raster {
 namespace {
 
-// Beyond this radius the ring's arithmetic could overflow: the painter draws it.
+// Beyond this radius the ring's arithmetic could overflow.
 constexpr int kLargestRing = 1 << 20;
 
 struct Pixels {
@@ -102,6 +104,74 @@ void walk(int from, int to, int minor, int inc, Step step)
         step(i, minor >> 16);
 }
 
+// The midpoint circle's rows, one at a time from the top (y = radius, above the centre) down to
+// the centre's row (y = 0): the octant next to the top is stepped, the rest mirrored. Each row
+// holds `length` pixels from x outwards, right of the centre, and their mirror left of it.
+class RingRows {
+public:
+    explicit RingRows(int radius) : m_x(0), m_y(radius), m_runStart(0), m_d(5 - 4 * std::int64_t(radius)), m_radius(radius) {}
+
+    struct Row {
+        int y, x, length;
+    };
+    Row next()
+    {
+        if (!m_steep) {
+            // The flat octant: a run along each row. The decision value is four times the
+            // midpoint's distance from the circle, over r².
+            while (2 * m_y - 1 > 2 * m_x + 2) {
+                if (m_d < 0) {
+                    m_d += 4 * (2 * m_x + 3);
+                    ++m_x;
+                } else {
+                    m_d += 4 * (2 * m_x + 3) + 4 * (2 - 2 * m_y);
+                    const Row row{m_y, m_runStart, m_x - m_runStart + 1};
+                    m_runStart = ++m_x;
+                    --m_y;
+                    return row;
+                }
+            }
+            m_steep = true;
+            m_d = std::int64_t(2 * m_x + 1) * (2 * m_x + 1) + 4 * std::int64_t(m_y - 1) * (m_y - 1) -
+                  4 * std::int64_t(m_radius) * m_radius;
+            return {m_y, m_runStart, m_x - m_runStart + 1};
+        }
+        // The steep octant: a pixel a row.
+        if (m_d < 0) {
+            m_d += 4 * (2 * m_x + 2) + 4 * (3 - 2 * m_y);
+            ++m_x;
+        } else {
+            m_d += 4 * (3 - 2 * m_y);
+        }
+        --m_y;
+        return {m_y, m_x, 1};
+    }
+
+private:
+    int m_x, m_y, m_runStart;
+    std::int64_t m_d;
+    int m_radius;
+    bool m_steep = false;
+};
+
+// Puts a ring's row, and its mirror below the centre, in the picture.
+inline void putRow(const Pixels& px, int cx, int cy, RingRows::Row r, QRgb colour)
+{
+    // The left half starts one pixel further in at the top and bottom (x = 0), where the two
+    // halves meet.
+    const int leftLength = r.x > 0 ? r.length : r.length - 1;
+    const int leftStart = cx - r.x - r.length + 1;
+    for (const int row : {cy - r.y, cy + r.y}) {
+        if (row >= 0 && row < px.height) {
+            px.run(row, cx + r.x, cx + r.x + r.length - 1, colour);
+            if (leftLength > 0)
+                px.run(row, leftStart, leftStart + leftLength - 1, colour);
+        }
+        if (r.y == 0)
+            break; // the middle row once
+    }
+}
+
 } // namespace
 
 void dot(QImage& picture, QPoint at, QRgb colour)
@@ -172,53 +242,39 @@ void segment(QImage& picture, QPointF a, QPointF b, QRgb colour)
 
 void ring(QImage& picture, QPoint centre, int radius, QRgb colour)
 {
-    if (radius > kLargestRing) {
-        QPainter painter(&picture);
-        painter.setPen(QColor(colour));
-        painter.drawEllipse(QRect(centre.x() - radius, centre.y() - radius, 2 * radius, 2 * radius));
-        return;
-    }
+    const Ring one{radius, colour};
+    rings(picture, centre, &one, 1);
+}
+
+void rings(QImage& picture, QPoint centre, const Ring* rings, std::size_t count)
+{
     const Pixels px(picture);
     const int cx = centre.x(), cy = centre.y();
-    // The midpoint circle, one octant stepped and the rest mirrored: `length` pixels from x
-    // outwards at height y above and below the centre, and their mirror left of it (which
-    // starts one pixel further in at the top and bottom, x = 0, where the two halves meet).
-    auto put = [&](int x, int y, int length) {
-        const int leftLength = x > 0 ? length : length - 1;
-        const int leftStart = cx - x - length + 1;
-        for (const int row : {cy - y, cy + y}) {
-            px.run(row, cx + x, cx + x + length - 1, colour);
-            if (leftLength > 0)
-                px.run(row, leftStart, leftStart + leftLength - 1, colour);
-            if (y == 0)
-                break; // the middle row once
-        }
-    };
-    // The decision value is four times the midpoint's distance from the circle, over r².
-    std::int64_t d = 5 - 4 * std::int64_t(radius);
-    int x = 0, y = radius, runStart = 0;
-    while (2 * y - 1 > 2 * x + 2) { // the flat octant: runs along the rows
-        if (d < 0) {
-            d += 4 * (2 * x + 3);
-            ++x;
-        } else {
-            d += 4 * (2 * x + 3) + 4 * (2 - 2 * y);
-            put(runStart, y, x - runStart + 1);
-            runStart = ++x;
-            --y;
+    // Too large to step (the arithmetic could overflow): the last ones, which the painter draws.
+    std::size_t steppable = count;
+    while (steppable > 0 && rings[steppable - 1].radius > kLargestRing)
+        --steppable;
+    // Row by row, every ring that reaches the row in the order drawn, so that a later ring still
+    // covers an earlier one where they meet, and neighbouring rings' pixels are written together
+    // (stepping each ring down its own rows would touch a new row of memory at every pixel).
+    if (steppable > 0) {
+        std::vector<RingRows> rows;
+        rows.reserve(steppable);
+        for (std::size_t i = 0; i < steppable; ++i)
+            rows.emplace_back(rings[i].radius);
+        std::size_t firstReaching = steppable; // radii grow: the rings from here reach row y
+        for (int y = rings[steppable - 1].radius; y >= 0; --y) {
+            while (firstReaching > 0 && rings[firstReaching - 1].radius >= y)
+                --firstReaching;
+            for (std::size_t i = firstReaching; i < steppable; ++i)
+                putRow(px, cx, cy, rows[i].next(), rings[i].colour);
         }
     }
-    put(runStart, y, x - runStart + 1);
-    d = std::int64_t(2 * x + 1) * (2 * x + 1) + 4 * std::int64_t(y - 1) * (y - 1) - 4 * std::int64_t(radius) * radius;
-    while (y > 0) { // the steep octant: a pixel a row
-        if (d < 0) {
-            d += 4 * (2 * x + 2) + 4 * (3 - 2 * y);
-            ++x;
-        } else {
-            d += 4 * (3 - 2 * y);
-        }
-        --y;
-        put(x, y, 1);
+    for (std::size_t i = steppable; i < count; ++i) {
+        QPainter painter(&picture);
+        painter.setPen(QColor(rings[i].colour));
+        const int r = rings[i].radius;
+        painter.drawEllipse(QRect(cx - r, cy - r, 2 * r, 2 * r));
     }
 }
 
