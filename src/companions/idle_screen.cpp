@@ -28,6 +28,7 @@ IdleFRM::IdleFRM() : Form("IdleFRM", kClientWidth, kClientHeight)
     TimeLBL.setForeColor(vbWhite);
     UseWindowFont({&TimeLBL}, kTimeFontPoints);
     SS.setPace(kHiddenPaceMs); // made hidden
+    TimeL.setPace(kHiddenPaceMs);
     TimeL.onTimer([this] { TimeL_Timer(); });
     SS.onTimer([this] { SS_Timer(); });
 }
@@ -79,13 +80,15 @@ void IdleFRM::Form_Click()
 void IdleFRM::showEvent(QShowEvent* event)
 {
     Form::showEvent(event);
-    SS.setPace(kFramePaceMs);
+    SS.setPace(0);
+    TimeL.setPace(0);
 }
 
 void IdleFRM::hideEvent(QHideEvent* event)
 {
     Form::hideEvent(event);
     SS.setPace(kHiddenPaceMs);
+    TimeL.setPace(kHiddenPaceMs);
 }
 
 void IdleFRM::Form_Unload(int& cancel)
