@@ -18,6 +18,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QScreen>
 #include <QStorageInfo>
 #include <QWebEngineView>
 
@@ -319,6 +320,13 @@ void TestCompanions::idleScreen()
     QVERIFY(idle.Visible());
     QCOMPARE(&form<IdleFRM>(), &idle);
     QCOMPARE(idle.WindowState(), int(vbNormal));
+    // Shown again, it goes on drawing: what the screen shows of it changes frame after frame.
+    QVERIFY(QTest::qWaitForWindowExposed(&idle));
+    auto onScreen = [&] { return idle.screen()->grabWindow(idle.winId()).toImage(); };
+    for (int frame = 0; frame < 3; ++frame) {
+        const QImage shown = onScreen();
+        QTRY_VERIFY_WITH_TIMEOUT(onScreen() != shown, 5000);
+    }
     QVERIFY(!p.sounds.contains(QStringLiteral("OpenWIN.WAV")));
     QCOMPARE(p.t.untrappedErrors, QList<int>{});
     Unload(idle);
