@@ -1,27 +1,21 @@
 #include "canvas.h"
 
 #include "raster.h"
-#include "timer.h"
 #include "twips.h"
 
 #include <QPainter>
-#include <QTimerEvent>
 #include <QWidget>
 
 #include <cmath>
 
 namespace platform {
 namespace {
-// Drawing reaches the screen at most once per display frame.
-constexpr int kFrameMs = 16;
-// A frame held back for a timer's handler still drawing, at most (about a tenth of a second).
-constexpr int kMostDeferrals = 6;
 // Strokes kept waiting at most, about 160 KB: a fan of circles and an effect's lines fit, and a
 // loop that draws without end, shown or hidden, still puts them down in bounded runs.
 constexpr std::size_t kMostWaitingStrokes = 4096;
 } // namespace
 
-Canvas::Canvas(QWidget& widget) : m_widget(widget)
+Canvas::Canvas(QWidget& widget) : m_widget(widget), m_updates(widget, [this] { putDown(); })
 {
     // The paint covers every pixel it is asked for: Qt need not fill the background first.
     widget.setAttribute(Qt::WA_OpaquePaintEvent);
@@ -39,15 +33,14 @@ void Canvas::Cls()
     const QRgb back = toQColor(m_backColor).rgb();
     if (m_picture.isNull()) {
         // Nothing drawn yet: the paint shows the colour, wherever it is asked.
-        m_damage = m_widget.rect();
+        m_updates.add(m_widget.rect());
     } else {
         // Only what was drawn needs wiping, unless the colour itself changed.
         const QRect wiped = back == m_pictureBack ? m_inked : m_picture.rect();
         m_toClear |= wiped;
-        m_damage |= wiped;
+        m_updates.add(wiped);
     }
     m_inked = QRect();
-    scheduleFlush();
 }
 
 void Canvas::addStroke(const Stroke& stroke, const QRect& area)
@@ -62,8 +55,7 @@ void Canvas::addStroke(const Stroke& stroke, const QRect& area)
     if (m_strokes.size() >= kMostWaitingStrokes)
         putDown();
     m_inked |= area;
-    m_damage |= area;
-    scheduleFlush();
+    m_updates.add(area);
 }
 
 void Canvas::putDown()
@@ -105,54 +97,6 @@ void Canvas::putDown()
     m_strokes.clear();
 }
 
-void Canvas::scheduleFlush()
-{
-    // Hidden, nothing reaches the screen: showing sends the whole picture.
-    if (m_flushTimer || !m_widget.isVisible() || m_damage.isEmpty())
-        return;
-    const qint64 since = m_lastFlush.isValid() ? m_lastFlush.elapsed() : kFrameMs;
-    m_flushTimer = startTimer(int(std::max<qint64>(kFrameMs - since, 0)), Qt::PreciseTimer);
-}
-
-void Canvas::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != m_flushTimer) {
-        QObject::timerEvent(event);
-        return;
-    }
-    killTimer(m_flushTimer);
-    m_flushTimer = 0;
-    // A tick still drawing (its effect pumps messages as it goes) is shown whole, as it ends;
-    // one that draws for long is shown as it goes all the same.
-    if (timerHandlerRunning() && ++m_deferrals < kMostDeferrals) {
-        if (!m_awaitingHandlers) {
-            m_awaitingHandlers = true;
-            afterTimerHandlers(this, [this] {
-                m_awaitingHandlers = false;
-                flush();
-            });
-        }
-        m_flushTimer = startTimer(kFrameMs, Qt::PreciseTimer);
-        return;
-    }
-    flush();
-}
-
-void Canvas::flush()
-{
-    m_deferrals = 0;
-    if (m_flushTimer) {
-        killTimer(m_flushTimer);
-        m_flushTimer = 0;
-    }
-    if (m_damage.isEmpty())
-        return;
-    putDown();
-    m_widget.update(m_damage);
-    m_damage = QRect();
-    m_lastFlush.start();
-}
-
 const QImage& Canvas::surface()
 {
     putDown();
@@ -183,13 +127,6 @@ void Canvas::resized()
         painter.drawImage(0, 0, m_picture);
     }
     m_picture = std::move(grown);
-}
-
-void Canvas::shown()
-{
-    // What was drawn while hidden never reached the screen, nor did the clears.
-    m_damage = m_widget.rect();
-    scheduleFlush();
 }
 
 void Canvas::ScaleTwips() { m_scaleMode = ScaleMode::Twips; }

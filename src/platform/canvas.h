@@ -7,15 +7,14 @@
 // lines effect clears over a fan of circles) drops them undrawn, and a hidden window draws
 // nothing at all until it is shown or read. Strokes are put down by the platform's own
 // rasteriser, pixel for pixel what Qt's painter draws with an aliased one-pixel pen, writing
-// straight into the picture. What changed reaches the screen at most once a display frame, and
-// only the part that changed: what was drawn, and what a clear wiped.
+// straight into the picture. What changed reaches the screen at most once a display frame
+// (FrameUpdates), and only the part that changed: what was drawn, and what a clear wiped.
 
 #include "colors.h"
+#include "frame_updates.h"
 #include "raster.h"
 
-#include <QElapsedTimer>
 #include <QImage>
-#include <QObject>
 #include <QPointF>
 #include <QRect>
 
@@ -27,7 +26,7 @@ class QWidget;
 
 namespace platform {
 
-class Canvas : public QObject {
+class Canvas {
 public:
     // Draws on widget: its size is the picture's, its paint shows the picture.
     explicit Canvas(QWidget& widget);
@@ -52,11 +51,6 @@ public:
     void paint(QPainter& painter, const QRect& area);
     // The widget's new size: the picture grows to cover it, keeping what was drawn.
     void resized();
-    // The widget was shown: the screen gets the picture as it is now, drawn while hidden too.
-    void shown();
-
-protected:
-    void timerEvent(QTimerEvent* event) override;
 
 private:
     enum class ScaleMode { Twips, Pixels, User };
@@ -66,9 +60,7 @@ private:
         QPointF a, b; // a segment's ends; a ring's or dot's centre, and the ring's radius in b.x
     };
     void addStroke(const Stroke& stroke, const QRect& area);
-    void putDown();   // the pending clear and the waiting strokes, onto the picture
-    void scheduleFlush();
-    void flush();     // what changed, to the screen
+    void putDown(); // the pending clear and the waiting strokes, onto the picture
 
     QWidget& m_widget;
     OleColor m_backColor = vbButtonFace;
@@ -78,11 +70,7 @@ private:
     std::vector<raster::Ring> m_fan; // rings put down together
     QRect m_inked;                 // where the picture may differ from its background colour
     QRect m_toClear;               // wiped by a clear not yet put down
-    QRect m_damage;                // changed since the screen last got the picture
-    int m_flushTimer = 0;
-    QElapsedTimer m_lastFlush;
-    int m_deferrals = 0;           // flushes held back for a timer's handler still drawing
-    bool m_awaitingHandlers = false;
+    FrameUpdates m_updates;
     ScaleMode m_scaleMode = ScaleMode::Twips;
     QRectF m_userScale;
 };

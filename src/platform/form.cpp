@@ -231,7 +231,6 @@ void Form::showEvent(QShowEvent* event)
 {
     QWidget::showEvent(event);
     m_paintedSinceShow = false;
-    m_canvas.shown();
 }
 
 void Form::paintEvent(QPaintEvent* event)
