@@ -5,11 +5,16 @@
 //    the random-lines effect's 301 message pumps drawing 1,204 lines), in processor time, beside
 //    the same drawing through Qt's painter.
 // Prints one line per figure with its goal beside it.
+//
+// Usage: drawingbench                 (the figures)
+//        drawingbench --frame FILE    (one idle-screen frame from a fixed random state, as the
+//                                      screen shows it, saved as a PNG)
 
 #include "platform/control_array.h"
 #include "platform/form.h"
 #include "platform/graphics.h"
 #include "platform/colors.h"
+#include "platform/convert.h"
 #include "platform/runtime.h"
 #include "shared/procedures.h"
 #include "../shown.h"
@@ -17,6 +22,7 @@
 #include <QApplication>
 #include <QElapsedTimer>
 #include <QPainter>
+#include <QScreen>
 #include <QTest>
 
 #include <malloc.h>
@@ -174,12 +180,50 @@ void idleTick()
                 painted / kTicks, same ? "yes" : "NO");
 }
 
+// A fan as the idle screen draws one, from the random sequence: its centre, and a random colour
+// for each circle.
+void idleFan(Form& screen)
+{
+    auto component = [] { return int(RoundHalfEven(Rnd() * 255)); };
+    screen.ScalePixels();
+    const int x = ToInteger(TextToDouble(FormatTwoDigits(Rnd() * screen.ScaleWidth())));
+    const int y = ToInteger(TextToDouble(FormatTwoDigits(Rnd() * screen.ScaleHeight())));
+    for (int i = 0; i <= std::min(x, y); ++i) {
+        const int red = component(), green = component(), blue = component();
+        screen.Circle(x, y, i, RGB(red, green, blue));
+    }
+}
+
+// One frame of the idle screen as a person sees it: a tick drawn from a fixed random state on a
+// shown 1280x1024 window, then what the X server shows of the window, saved as a picture (to
+// compare the screen before and after a change to window drawing).
+int frame(const QString& file)
+{
+    Pad screen(1280 * 15, 1024 * 15);
+    screen.setBorderless();
+    screen.Show();
+    waitUntilShown(screen);
+    QTest::qWait(100);
+    Runtime::current().random() = RandomSource();
+    runHandler([&] {
+        Randomize(45678.25);
+        idleFan(screen);
+        RandomLinesEffect(screen);
+        Randomize(45678.5);
+        idleFan(screen);
+    });
+    QTest::qWait(200); // the frame's flush and paint
+    return screen.screen()->grabWindow(screen.winId()).toImage().save(file) ? 0 : 1;
+}
+
 } // namespace
 
 int main(int argc, char* argv[])
 {
     QApplication app(argc, argv);
     Runtime runtime;
+    if (argc == 3 && QByteArray(argv[1]) == "--frame")
+        return frame(QString::fromLocal8Bit(argv[2]));
     lines(1);
     lines(3);
     idleTick();

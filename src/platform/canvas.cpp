@@ -79,17 +79,17 @@ void Canvas::putDown()
         case Stroke::Ring: {
             // Rings one after another around one centre, each as large as the last or larger (a
             // fan), are put down together.
-            m_fan.clear();
+            std::vector<raster::Ring> fan;
             for (std::size_t j = i; j < m_strokes.size(); ++j) {
                 const Stroke& ring = m_strokes[j];
                 const int radius = int(ring.b.x());
                 if (ring.kind != Stroke::Ring || ring.a.x() != stroke.a.x() || ring.a.y() != stroke.a.y() ||
-                    (!m_fan.empty() && radius < m_fan.back().radius))
+                    (!fan.empty() && radius < fan.back().radius))
                     break;
-                m_fan.push_back({radius, ring.colour});
+                fan.push_back({radius, ring.colour});
             }
-            raster::rings(m_picture, stroke.a.toPoint(), m_fan.data(), m_fan.size());
-            i += m_fan.size() - 1;
+            raster::rings(m_picture, stroke.a.toPoint(), fan.data(), fan.size());
+            i += fan.size() - 1;
             break;
         }
         }

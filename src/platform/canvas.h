@@ -12,7 +12,6 @@
 
 #include "colors.h"
 #include "frame_updates.h"
-#include "raster.h"
 
 #include <QImage>
 #include <QPointF>
@@ -67,7 +66,6 @@ private:
     QImage m_picture;
     QRgb m_pictureBack = 0;        // the colour the picture was last cleared to
     std::vector<Stroke> m_strokes; // drawn, not yet on the picture
-    std::vector<raster::Ring> m_fan; // rings put down together
     QRect m_inked;                 // where the picture may differ from its background colour
     QRect m_toClear;               // wiped by a clear not yet put down
     FrameUpdates m_updates;

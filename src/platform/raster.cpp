@@ -240,12 +240,6 @@ void segment(QImage& picture, QPointF a, QPointF b, QRgb colour)
     }
 }
 
-void ring(QImage& picture, QPoint centre, int radius, QRgb colour)
-{
-    const Ring one{radius, colour};
-    rings(picture, centre, &one, 1);
-}
-
 void rings(QImage& picture, QPoint centre, const Ring* rings, std::size_t count)
 {
     const Pixels px(picture);

@@ -14,11 +14,9 @@ namespace platform::raster {
 
 // A line from a to b, in pixels (fractions count, as they do for the painter).
 void segment(QImage& picture, QPointF a, QPointF b, QRgb colour);
-// The circle of the given radius (at least 1) around centre, as the painter's ellipse in the
-// square (centre - radius, 2 radius wide) draws it.
-void ring(QImage& picture, QPoint centre, int radius, QRgb colour);
-// Rings around one centre in growing (or equal) radii, each over the ones before it: a fan of
-// circles, as if drawn one by one.
+// Circles around one centre, in growing (or equal) radii of at least 1, each over the ones
+// before it, as if drawn one by one (a fan of circles, or one circle): each as the painter's
+// ellipse in the square (centre - radius, 2 radius wide) draws it.
 struct Ring {
     int radius;
     QRgb colour;
