@@ -161,11 +161,23 @@ inline void putRow(const Pixels& px, int cx, int cy, RingRows::Row r, QRgb colou
     // halves meet.
     const int leftLength = r.x > 0 ? r.length : r.length - 1;
     const int leftStart = cx - r.x - r.length + 1;
+    const int rightStart = cx + r.x;
+    const bool across = leftStart >= 0 && rightStart + r.length <= px.width; // both halves inside
     for (const int row : {cy - r.y, cy + r.y}) {
         if (row >= 0 && row < px.height) {
-            px.run(row, cx + r.x, cx + r.x + r.length - 1, colour);
-            if (leftLength > 0)
-                px.run(row, leftStart, leftStart + leftLength - 1, colour);
+            QRgb* line = px.row(row);
+            if (across && r.length == 1) { // most rows: a pixel each side
+                line[rightStart] = colour;
+                if (leftLength > 0)
+                    line[leftStart] = colour;
+            } else if (across) {
+                std::fill_n(line + rightStart, r.length, colour);
+                std::fill_n(line + leftStart, leftLength, colour);
+            } else {
+                px.run(row, rightStart, rightStart + r.length - 1, colour);
+                if (leftLength > 0)
+                    px.run(row, leftStart, leftStart + leftLength - 1, colour);
+            }
         }
         if (r.y == 0)
             break; // the middle row once
@@ -222,13 +234,16 @@ void segment(QImage& picture, QPointF a, QPointF b, QRgb colour)
     const bool whole = first >= 0 && last <= majorLimit && std::min(minorFirst, minorLast) >= 0 &&
                        std::max(minorFirst, minorLast) < minorLimit;
     if (steep) {
-        if (whole)
-            walk(first, last, minor, inc, [&](int y, int x) { px.row(y)[x] = colour; });
-        else
+        if (whole) {
+            QRgb* row = px.row(first);
+            for (int y = first; y < last; ++y, minor += inc, row += px.stride)
+                row[minor >> 16] = colour;
+        } else {
             walk(first, last, minor, inc, [&](int y, int x) {
                 if (px.inside(x, y))
                     px.row(y)[x] = colour;
             });
+        }
     } else {
         if (whole)
             walk(first, last, minor, inc, [&](int x, int y) { px.row(y)[x] = colour; });
