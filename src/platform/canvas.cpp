@@ -15,7 +15,7 @@ namespace {
 constexpr std::size_t kMostWaitingStrokes = 4096;
 } // namespace
 
-Canvas::Canvas(QWidget& widget) : m_widget(widget), m_updates(widget, [this] { putDown(); })
+Canvas::Canvas(QWidget& widget) : m_widget(widget), m_updates(widget, [this] { frame(); })
 {
     // The paint covers every pixel it is asked for: Qt need not fill the background first.
     widget.setAttribute(Qt::WA_OpaquePaintEvent);
@@ -30,6 +30,8 @@ void Canvas::setBackColor(OleColor color)
 void Canvas::Cls()
 {
     m_strokes.clear(); // covered before they were ever put down
+    m_framed = 0;      // a frame the screen never got is skipped
+    m_clearFramed = false;
     const QRgb back = toQColor(m_backColor).rgb();
     if (m_picture.isNull()) {
         // Nothing drawn yet: the paint shows the colour, wherever it is asked.
@@ -58,9 +60,22 @@ void Canvas::addStroke(const Stroke& stroke, const QRect& area)
     m_updates.add(area);
 }
 
+void Canvas::frame()
+{
+    m_framed = m_strokes.size();
+    m_clearFramed = !m_toClear.isEmpty();
+}
+
 void Canvas::putDown()
 {
-    if (!m_toClear.isEmpty()) {
+    m_framed = m_strokes.size();
+    m_clearFramed = true;
+    putDownFramed();
+}
+
+void Canvas::putDownFramed()
+{
+    if (m_clearFramed && !m_toClear.isEmpty()) {
         m_pictureBack = toQColor(m_backColor).rgb();
         const QRect area = m_toClear & m_picture.rect();
         if (area == m_picture.rect()) {
@@ -71,7 +86,8 @@ void Canvas::putDown()
         }
         m_toClear = QRect();
     }
-    for (std::size_t i = 0; i < m_strokes.size(); ++i) {
+    m_clearFramed = false;
+    for (std::size_t i = 0; i < m_framed; ++i) {
         const Stroke& stroke = m_strokes[i];
         switch (stroke.kind) {
         case Stroke::Segment: raster::segment(m_picture, stroke.a, stroke.b, stroke.colour); break;
@@ -80,7 +96,7 @@ void Canvas::putDown()
             // Rings one after another around one centre, each as large as the last or larger (a
             // fan), are put down together.
             std::vector<raster::Ring> fan;
-            for (std::size_t j = i; j < m_strokes.size(); ++j) {
+            for (std::size_t j = i; j < m_framed; ++j) {
                 const Stroke& ring = m_strokes[j];
                 const int radius = int(ring.b.x());
                 if (ring.kind != Stroke::Ring || ring.a.x() != stroke.a.x() || ring.a.y() != stroke.a.y() ||
@@ -94,7 +110,8 @@ void Canvas::putDown()
         }
         }
     }
-    m_strokes.clear();
+    m_strokes.erase(m_strokes.begin(), m_strokes.begin() + std::ptrdiff_t(m_framed));
+    m_framed = 0;
 }
 
 const QImage& Canvas::surface()
@@ -109,7 +126,9 @@ void Canvas::paint(QPainter& painter, const QRect& area)
         painter.fillRect(area, toQColor(m_backColor));
         return;
     }
-    putDown();
+    // The frame handed to the screen last, never what is being drawn since: a paint that comes
+    // in the middle of a tick shows no half-drawn picture.
+    putDownFramed();
     painter.drawImage(area, m_picture, area);
 }
 

@@ -59,13 +59,19 @@ private:
         QPointF a, b; // a segment's ends; a ring's or dot's centre, and the ring's radius in b.x
     };
     void addStroke(const Stroke& stroke, const QRect& area);
-    void putDown(); // the pending clear and the waiting strokes, onto the picture
+    // The frame: what has been drawn so far is what the screen gets next (put down when it is
+    // painted; a clear that comes first drops it, a frame nobody saw).
+    void frame();
+    void putDown();       // the pending clear and all the waiting strokes, onto the picture
+    void putDownFramed(); // those of the frame only
 
     QWidget& m_widget;
     OleColor m_backColor = vbButtonFace;
     QImage m_picture;
     QRgb m_pictureBack = 0;        // the colour the picture was last cleared to
     std::vector<Stroke> m_strokes; // drawn, not yet on the picture
+    std::size_t m_framed = 0;      // the first so many of them make the frame the screen gets next
+    bool m_clearFramed = false;    // and the pending clear comes before them
     QRect m_inked;                 // where the picture may differ from its background colour
     QRect m_toClear;               // wiped by a clear not yet put down
     FrameUpdates m_updates;
