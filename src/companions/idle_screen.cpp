@@ -33,8 +33,9 @@ IdleFRM::IdleFRM() : Form("IdleFRM", kClientWidth, kClientHeight)
     TimeLBL.setBackColor(vbButtonText);
     TimeLBL.setForeColor(vbWhite);
     UseWindowFont({&TimeLBL}, kTimeFontPoints);
-    SS.setPace(kFramePaceMs);
+    // Both at the platform's floor while shown; hidden, once a second (nobody sees a frame).
     SS.setHiddenPace(kHiddenPaceMs);
+    TimeL.setHiddenPace(kHiddenPaceMs);
     wire(*this, kWiring);
 }
 

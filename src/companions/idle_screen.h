@@ -19,13 +19,11 @@ public:
     void TimeL_Timer();
     void SS_Timer();
 
-    // How often a new frame of the animation is drawn: each costs about a display frame of
-    // processor time (a thousand circles and 1,204 lines over the whole screen), so at the
-    // platform's 16 ms floor the screen would take a whole core. Six or seven frames a second
-    // keep the fans blooming, for about a fifth of a core at 1280x1024 (bench/idle).
-    static constexpr int kFramePaceMs = 150;
-    // Hidden, the animation goes on drawing, but nobody sees it: one frame a second keeps it
-    // going while costing the browser the person came back to little.
+    // Shown, both timers tick at the platform's floor, as designed: a frame at every tick.
+    // Hidden, both go on once a second, where nobody sees them: the animation (its draws,
+    // clears and effect, and so the random sequence) and the clock, which keeps its second.
+    // Nothing the hidden animation draws is put on the picture until the window is shown or
+    // read, and then the picture is what the last tick left.
     static constexpr int kHiddenPaceMs = 1000;
 
 protected:

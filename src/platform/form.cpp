@@ -21,12 +21,8 @@
 
 namespace platform {
 namespace {
-// Drawing reaches the screen at most once per display frame.
-constexpr int kFrameMs = 16;
 // How long after a frame change the frame is read once more.
 constexpr int kFrameSettleMs = 150;
-// Strokes kept waiting at most, about 80 KB: a fan of circles or an effect's lines fit.
-constexpr std::size_t kMostWaitingStrokes = 2048;
 } // namespace
 
 // The window's widget: hands what the window system tells it to its window.
@@ -90,7 +86,8 @@ private:
     Form& m_form;
 };
 
-Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu) : m_widget(new FormWidget(*this))
+Form::Form(const char* name, int clientWidth, int clientHeight, Menu menu)
+    : m_widget(new FormWidget(*this)), m_canvas(*m_widget)
 {
     setObjectName(QString::fromLatin1(name));
     m_widget->setObjectName(objectName());
@@ -125,8 +122,6 @@ Form* Form::of(const QWidget* widget)
 QSize Form::size() const { return m_widget->size(); }
 int Form::width() const { return m_widget->width(); }
 int Form::height() const { return m_widget->height(); }
-void Form::update() { m_widget->update(); }
-void Form::update(const QRect& area) { m_widget->update(area); }
 
 void Form::placeOnFirstShow()
 {
@@ -330,162 +325,6 @@ void Form::setWindowState(int state)
     }
 }
 
-// Drawing surface ------------------------------------------------------------------------
-
-void Form::ensureSurface()
-{
-    // Only a window that has been drawn on keeps a surface; the others paint their colour.
-    if (m_surface.isNull() || m_surface.size() == size() || size().isEmpty())
-        return;
-    endBatch();
-    QImage grown(size().expandedTo(m_surface.size()), QImage::Format_RGB32);
-    grown.fill(toQColor(m_backColor));
-    {
-        QPainter painter(&grown);
-        painter.drawImage(0, 0, m_surface);
-    }
-    m_surface = std::move(grown);
-}
-
-void Form::setBackColor(OleColor color)
-{
-    m_backColor = color;
-    Cls();
-}
-
-void Form::Cls()
-{
-    m_strokes.clear(); // covered before they were ever shown
-    if (!m_surface.isNull())
-        m_surface.fill(toQColor(m_backColor));
-    m_drawn = QRect();
-    update();
-}
-
-void Form::addStroke(const Stroke& stroke, const QRect& area)
-{
-    // Made now, at the size the window has while drawing, as if the stroke were drawn at once.
-    if (m_surface.isNull()) {
-        m_surface = QImage(size().expandedTo(QSize(1, 1)), QImage::Format_RGB32);
-        m_surface.fill(toQColor(m_backColor));
-    }
-    m_strokes.push_back(stroke);
-    // A loop that draws without yielding still puts its strokes down in bounded runs.
-    if (m_strokes.size() >= kMostWaitingStrokes)
-        endBatch();
-    m_drawn |= area;
-    if (!m_flushTimer)
-        m_flushTimer = startTimer(kFrameMs, Qt::PreciseTimer);
-}
-
-void Form::endBatch()
-{
-    if (m_strokes.empty())
-        return;
-    QPainter painter(&m_surface);
-    for (const Stroke& stroke : m_strokes) {
-        painter.setPen(QColor(stroke.colour));
-        switch (stroke.kind) {
-        case Stroke::Segment: painter.drawLine(stroke.a, stroke.b); break;
-        case Stroke::Dot: painter.drawPoint(stroke.a.toPoint()); break;
-        case Stroke::Ring: {
-            const QPoint centre = stroke.a.toPoint();
-            const int r = int(stroke.b.x());
-            painter.drawEllipse(QRect(centre.x() - r, centre.y() - r, 2 * r, 2 * r));
-            break;
-        }
-        }
-    }
-    m_strokes.clear();
-}
-
-void Form::timerEvent(QTimerEvent* event)
-{
-    if (event->timerId() != m_flushTimer) {
-        QObject::timerEvent(event);
-        return;
-    }
-    killTimer(m_flushTimer);
-    m_flushTimer = 0;
-    endBatch();
-    update(m_drawn);
-    m_drawn = QRect();
-}
-
-const QImage& Form::surface()
-{
-    endBatch();
-    return m_surface;
-}
-
-void Form::ScaleTwips() { m_scaleMode = ScaleMode::Twips; }
-void Form::ScalePixels() { m_scaleMode = ScaleMode::Pixels; }
-
-void Form::Scale(double left, double top, double right, double bottom)
-{
-    m_scaleMode = ScaleMode::User;
-    m_userScale = QRectF(QPointF(left, top), QPointF(right, bottom));
-}
-
-double Form::ScaleWidth() const
-{
-    switch (m_scaleMode) {
-    case ScaleMode::Pixels: return width();
-    case ScaleMode::User: return m_userScale.width();
-    default: return toTwipsX(width());
-    }
-}
-
-double Form::ScaleHeight() const
-{
-    switch (m_scaleMode) {
-    case ScaleMode::Pixels: return height();
-    case ScaleMode::User: return m_userScale.height();
-    default: return toTwipsY(height());
-    }
-}
-
-QPointF Form::toSurface(double x, double y) const
-{
-    switch (m_scaleMode) {
-    case ScaleMode::Pixels: return {x, y};
-    case ScaleMode::User:
-        return {(x - m_userScale.left()) * width() / m_userScale.width(),
-                (y - m_userScale.top()) * height() / m_userScale.height()};
-    default: return {x / TwipsPerPixelX(), y / TwipsPerPixelY()};
-    }
-}
-
-QPointF Form::fromSurface(QPointF p) const
-{
-    switch (m_scaleMode) {
-    case ScaleMode::Pixels: return p;
-    case ScaleMode::User:
-        return {m_userScale.left() + p.x() * m_userScale.width() / std::max(width(), 1),
-                m_userScale.top() + p.y() * m_userScale.height() / std::max(height(), 1)};
-    default: return {p.x() * TwipsPerPixelX(), p.y() * TwipsPerPixelY()};
-    }
-}
-
-void Form::Line(double x1, double y1, double x2, double y2, OleColor color)
-{
-    const QPointF a = toSurface(x1, y1);
-    const QPointF b = toSurface(x2, y2);
-    addStroke({Stroke::Segment, toQColor(color).rgb(), a, b},
-              QRectF(a, b).normalized().toAlignedRect().adjusted(-1, -1, 1, 1));
-}
-
-void Form::Circle(double x, double y, double radius, OleColor color)
-{
-    // On whole pixels, as the classic circle is drawn: Qt then draws it with its fast
-    // midpoint rasteriser instead of stroking a curve.
-    const QPointF exact = toSurface(x, y);
-    const QPoint centre = exact.toPoint();
-    const int r = int(std::lround(toSurface(x + radius, y).x() - exact.x()));
-    addStroke({r < 1 ? Stroke::Dot : Stroke::Ring, toQColor(color).rgb(), QPointF(centre), QPointF(r, 0)},
-              QRect(centre.x() - r - 1, centre.y() - r - 1, 2 * r + 3, 2 * r + 3));
-}
-
 // Events ----------------------------------------------------------------------------------
 
 void Form::shown()
@@ -500,19 +339,15 @@ void Form::paint(QPaintEvent* event)
         logTiming(QStringLiteral("painted ") + objectName());
         Q_EMIT firstPainted();
     }
-    endBatch();
     QPainter painter(m_widget);
-    if (m_surface.isNull())
-        painter.fillRect(event->rect(), toQColor(m_backColor));
-    else
-        painter.drawImage(event->rect(), m_surface, event->rect());
+    m_canvas.paint(painter, event->rect());
 }
 
 void Form::resized()
 {
     if (m_menuBar)
         m_menuBar->setGeometry(0, 0, width(), menuBarHeight());
-    ensureSurface();
+    m_canvas.resized();
     noteFrame();
     runHandler([this] { Form_Resize(); });
 }

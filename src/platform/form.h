@@ -7,10 +7,10 @@
 // A window holds its Qt widget rather than being one, so that a window's code reaches only the
 // classic API; the platform and the tests reach the widget through widget().
 //
-// A window is also a drawing surface: a background colour, a scale (twips, pixels or a user
-// scale such as 100 by 100 units over the client area) and lines and circles drawn in that
-// scale, kept in one backing image until the window is cleared or its background set.
+// A window is also a drawing surface (its Canvas): a background colour, a scale and lines and
+// circles drawn in that scale.
 
+#include "canvas.h"
 #include "colors.h"
 #include "twips.h"
 
@@ -18,9 +18,7 @@
 #include <QObject>
 #include <QString>
 
-#include <cstdint>
 #include <functional>
-#include <vector>
 
 class QMenuBar;
 class QMouseEvent;
@@ -94,21 +92,21 @@ public:
     void setTopMost();
 
     // Drawing surface.
-    OleColor BackColor() const { return m_backColor; }
-    void setBackColor(OleColor color); // also clears what was drawn
-    void Cls();
-    void ScaleTwips();
-    void ScalePixels();
-    void Scale(double left, double top, double right, double bottom);
-    double ScaleWidth() const;
-    double ScaleHeight() const;
-    void Line(double x1, double y1, double x2, double y2, OleColor color);
-    void Circle(double x, double y, double radius, OleColor color);
+    OleColor BackColor() const { return m_canvas.BackColor(); }
+    void setBackColor(OleColor color) { m_canvas.setBackColor(color); } // also clears what was drawn
+    void Cls() { m_canvas.Cls(); }
+    void ScaleTwips() { m_canvas.ScaleTwips(); }
+    void ScalePixels() { m_canvas.ScalePixels(); }
+    void Scale(double left, double top, double right, double bottom) { m_canvas.Scale(left, top, right, bottom); }
+    double ScaleWidth() const { return m_canvas.ScaleWidth(); }
+    double ScaleHeight() const { return m_canvas.ScaleHeight(); }
+    void Line(double x1, double y1, double x2, double y2, OleColor color) { m_canvas.Line(x1, y1, x2, y2, color); }
+    void Circle(double x, double y, double radius, OleColor color) { m_canvas.Circle(x, y, radius, color); }
     // What was drawn (null until something is), with every line and circle so far on it.
-    const QImage& surface();
+    const QImage& surface() { return m_canvas.surface(); }
     // A point of the window's scale in pixels of its client area, and back.
-    QPointF toSurface(double x, double y) const;
-    QPointF fromSurface(QPointF pixels) const;
+    QPointF toSurface(double x, double y) const { return m_canvas.toSurface(x, y); }
+    QPointF fromSurface(QPointF pixels) const { return m_canvas.fromSurface(pixels); }
 
     // The layer the window's windowless controls (lines, shapes) are drawn on; made with the first.
     GraphicsLayer& graphicsLayer();
@@ -157,33 +155,18 @@ private:
     void mouseMoved(QMouseEvent* event);
     void mouseReleased(QMouseEvent* event);
     void mouseDoubleClicked();
-    void timerEvent(QTimerEvent* event) override; // the drawing's flush
 
-    // The widget's size in pixels, and a repaint of it, for the drawing code.
+    // The widget's size in pixels.
     QSize size() const;
     int width() const;
     int height() const;
-    void update();
-    void update(const QRect& area);
 
-    enum class ScaleMode { Twips, Pixels, User };
     QPointF clientPoint(const QMouseEvent& mouse) const; // in the window's scale
     int menuBarHeight() const;
     // Reads the frame the window manager gives the window; true when it changed.
     bool noteFrame();
     // The same, with the layout run again when it changed.
     void followFrame();
-    void ensureSurface();
-    // Drawing waits as strokes until the surface is next read or shown: a clear that comes
-    // first (the lines effect clears over a fan of circles) drops them undrawn. The drawn area
-    // reaches the screen at most once a display frame.
-    struct Stroke {
-        enum Kind : std::uint8_t { Segment, Ring, Dot } kind;
-        QRgb colour;
-        QPointF a, b; // a segment's ends; a ring's or dot's centre, and the ring's radius in b.x
-    };
-    void addStroke(const Stroke& stroke, const QRect& area);
-    void endBatch(); // draws the waiting strokes on the surface
 
     FormWidget* m_widget;
     QMenuBar* m_menuBar = nullptr;
@@ -196,14 +179,8 @@ private:
     bool m_placed = false;          // shown at least once
     bool m_positionWritten = false; // Left or Top set by the program
     bool m_heightWritten = false;
-    OleColor m_backColor = vbButtonFace;
-    QImage m_surface;
-    std::vector<Stroke> m_strokes; // drawn, not yet on the surface
-    QRect m_drawn; // drawn since the last flush to the screen
-    int m_flushTimer = 0;
+    Canvas m_canvas;
     GraphicsLayer* m_graphics = nullptr;
-    ScaleMode m_scaleMode = ScaleMode::Twips;
-    QRectF m_userScale;
     bool m_pressed = false;
     bool m_paintedSinceShow = false;
 };

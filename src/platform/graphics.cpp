@@ -52,7 +52,7 @@ void GraphicsLayer::remove(Graphic* graphic)
     m_items.erase(std::next(it).base());
     if (graphic->Visible()) {
         m_stale = true;
-        update(graphic->bounds());
+        m_updates.add(graphic->bounds());
     }
 }
 
@@ -72,7 +72,7 @@ void GraphicsLayer::changed(const Graphic& graphic, bool shownOnTop)
     } else {
         m_stale = true;
     }
-    update(graphic.bounds());
+    m_updates.add(graphic.bounds());
 }
 
 bool GraphicsLayer::covers(QSize picture) const
@@ -178,7 +178,7 @@ void Graphic::setBorderWidth(int pixels)
     const QRect before = bounds();
     m_width = std::uint16_t(pixels);
     if (m_visible) {
-        m_layer->update(before);
+        m_layer->vacated(before);
         m_layer->changed(*this, false);
     }
 }
@@ -190,7 +190,7 @@ void Graphic::setPlace(int a, int b, int c, int d)
     const QRect before = bounds();
     m_a = a, m_b = b, m_c = c, m_d = d;
     if (m_visible) {
-        m_layer->update(before);
+        m_layer->vacated(before);
         m_layer->changed(*this, false);
     }
 }

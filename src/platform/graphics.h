@@ -5,10 +5,12 @@
 //
 // The layer keeps what it drew in a picture: a newly shown element on top is drawn into it
 // alone, so adding the ten-thousandth doodle segment costs what adding the first did; any
-// other change redraws the picture once, at the next paint.
+// other change redraws the picture once, at the next paint. What changed reaches the screen at
+// most once a display frame, however many segments a frame's mouse moves add.
 
 #include "colors.h"
 #include "form.h"
+#include "frame_updates.h"
 
 #include <QImage>
 #include <QWidget>
@@ -30,6 +32,8 @@ public:
     // An element's look changed; shownOnTop: it became visible and nothing stands above it.
     void changed(const Graphic& graphic, bool shownOnTop);
     bool isTop(const Graphic& graphic) const { return !m_items.empty() && m_items.back() == &graphic; }
+    // An element stood there: that part reaches the screen again with the next frame.
+    void vacated(const QRect& area) { m_updates.add(area); }
     int count() const { return int(m_items.size()); }
 
     // The layer's picture brought up to date (for tests and for measuring).
@@ -50,6 +54,7 @@ private:
     QImage m_picture;
     QRect m_extent; // where elements have stood, in pixels: the picture covers it
     bool m_stale = true;
+    FrameUpdates m_updates{*this}; // what changed reaches the screen once a frame
 };
 
 // What a line and a shape have in common: a place in twips, a colour, a width, visibility.

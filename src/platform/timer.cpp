@@ -47,7 +47,23 @@ private:
     std::vector<Timer*> m_timers;
 };
 
+int g_handlersRunning = 0;
+std::vector<std::pair<QPointer<QObject>, std::function<void()>>> g_afterHandlers;
+
 } // namespace
+
+bool timerHandlerRunning()
+{
+    return g_handlersRunning > 0;
+}
+
+void afterTimerHandlers(QObject* context, std::function<void()> fn)
+{
+    if (g_handlersRunning == 0)
+        fn();
+    else
+        g_afterHandlers.emplace_back(context, std::move(fn));
+}
 
 Timer::Timer(Container& parent, const char* name, int interval, bool enabled)
     : QObject(parent.containerWidget()), m_window(parent.containerWidget()->window()), m_interval(interval),
@@ -121,8 +137,16 @@ void Timer::tick()
     if (m_running || !m_handler)
         return;
     m_running = true;
+    ++g_handlersRunning;
     runHandler(m_handler);
     m_running = false;
+    if (--g_handlersRunning == 0 && !g_afterHandlers.empty()) {
+        auto waiting = std::move(g_afterHandlers);
+        g_afterHandlers.clear();
+        for (auto& [context, fn] : waiting)
+            if (context)
+                fn();
+    }
 }
 
 } // namespace platform

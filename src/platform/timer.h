@@ -7,7 +7,10 @@
 
 #include <QTimer>
 
+#include <QPointer>
+
 #include <algorithm>
+#include <functional>
 
 namespace platform {
 
@@ -59,5 +62,11 @@ private:
     bool m_running = false;
     Handler m_handler;
 };
+
+// Runs fn once no timer's handler is running any more: at once when none is, else as the
+// outermost one returns (its pumps let others run inside it). Dropped if context goes first.
+// Drawing a tick leaves reaches the screen this way whole, never half drawn.
+void afterTimerHandlers(QObject* context, std::function<void()> fn);
+bool timerHandlerRunning();
 
 } // namespace platform

@@ -14,6 +14,7 @@
 #include "support/test_main.h"
 
 #include <QDir>
+#include <QScreen>
 #include <QStorageInfo>
 
 #include <sys/mount.h>
@@ -184,6 +185,13 @@ void TestCompanions::idleScreen()
     QCOMPARE(&form<IdleFRM>(), &idle);
     QCOMPARE(idle.WindowState(), int(vbNormal));
     QVERIFY(!p.log.contains(QStringLiteral("OpenWIN.WAV")));
+    // Shown again, it goes on drawing: what the screen shows of it changes frame after frame.
+    QVERIFY(QTest::qWaitForWindowExposed(idle.widget()));
+    auto onScreen = [&] { return idle.widget()->screen()->grabWindow(idle.widget()->winId()).toImage(); };
+    for (int frame = 0; frame < 3; ++frame) {
+        const QImage shown = onScreen();
+        QTRY_VERIFY_WITH_TIMEOUT(onScreen() != shown, 5000);
+    }
     QCOMPARE(p.untrappedErrors, QList<int>{});
 }
 

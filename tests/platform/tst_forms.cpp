@@ -11,6 +11,8 @@
 #include "support/test_runtime.h"
 
 #include <QElapsedTimer>
+#include <QPaintEvent>
+#include <QPainter>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QTest>
@@ -80,7 +82,67 @@ protected:
     void Form_Load() override { raiseError(ErrFileNotFound); }
 };
 
+// A bare drawing surface: nothing on it but what is drawn.
+class Surface : public Form {
+public:
+    Surface() : Form("Surface", 9600, 7200) {}
+};
+
+// What a drawing test draws, in pixels: a line, a circle (radius in c) or a clear.
+struct Stroke {
+    enum Kind { Line, Circle, Cls } kind;
+    double a = 0, b = 0, c = 0, d = 0;
+    QRgb colour = 0;
+};
+using Strokes = QList<Stroke>;
+
+Stroke line(double x1, double y1, double x2, double y2, QRgb c) { return {Stroke::Line, x1, y1, x2, y2, c}; }
+Stroke circle(double x, double y, double r, QRgb c) { return {Stroke::Circle, x, y, r, 0, c}; }
+const Stroke cls{Stroke::Cls};
+
+// The strokes drawn through Qt's painter with a one-pixel pen, as window drawing once was.
+QImage painted(QSize size, const Strokes& strokes)
+{
+    QImage picture(size, QImage::Format_RGB32);
+    picture.fill(Qt::black);
+    QPainter painter(&picture);
+    for (const Stroke& s : strokes) {
+        painter.setPen(QColor(s.colour));
+        const int r = int(s.c);
+        if (s.kind == Stroke::Line)
+            painter.drawLine(QPointF(s.a, s.b), QPointF(s.c, s.d));
+        else if (s.kind == Stroke::Cls)
+            picture.fill(Qt::black);
+        else if (r < 1)
+            painter.drawPoint(QPointF(s.a, s.b));
+        else
+            painter.drawEllipse(QRect(int(s.a) - r, int(s.b) - r, 2 * r, 2 * r));
+    }
+    return picture;
+}
+
+// Concentric circles of radius from to to, a colour each: a fan.
+Strokes fan(int x, int y, int from, int to)
+{
+    Strokes strokes;
+    for (int r = from; r <= to; ++r)
+        strokes << circle(x, y, r, 0xff000000u | (r * 2654435761u));
+    return strokes;
+}
+
+// Waits for so many ticks of a timer at the platform's floor: the frames drawing may take.
+void waitFrames(int frames)
+{
+    int ticks = 0;
+    QTimer frame;
+    QObject::connect(&frame, &QTimer::timeout, [&] { ++ticks; });
+    frame.start(kTimerFloorMs);
+    QTRY_VERIFY(ticks >= frames);
+}
+
 } // namespace
+
+Q_DECLARE_METATYPE(Strokes)
 
 class TestForms : public QObject {
     Q_OBJECT
@@ -102,6 +164,11 @@ private Q_SLOTS:
     void controlArraysOfEveryKindPassTheIndex();
     void windowlessLinesLoadAndUnload();
     void windowMouseEventsInTheWindowsScale();
+    void drawingReachesTheScreenOncePerFrame();
+    void drawingSetsThePaintersPixels_data();
+    void drawingSetsThePaintersPixels();
+    void drawingSendsTheScreenWhatChanged_data();
+    void drawingSendsTheScreenWhatChanged();
     void keyPressSeesTextBeforeTheKey();
 };
 
@@ -421,6 +488,170 @@ void TestForms::windowMouseEventsInTheWindowsScale()
     QVERIFY(w.events.contains(QStringLiteral("dblclick")));
     QVERIFY(w.events.contains(QStringLiteral("down 1 50 50")));
     QCOMPARE(w.events.count(QStringLiteral("click")), 1); // the second press is the double-click's
+}
+
+void TestForms::drawingReachesTheScreenOncePerFrame()
+{
+    TestRuntime t;
+    Sample& sample = form<Sample>();
+    sample.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
+    int paints = 0;
+    struct Counter : QObject {
+        int* n;
+        bool eventFilter(QObject*, QEvent* e) override
+        {
+            if (e->type() == QEvent::Paint)
+                ++*n;
+            return false;
+        }
+    } counter;
+    counter.n = &paints;
+    sample.widget()->installEventFilter(&counter);
+    QElapsedTimer clock;
+    clock.start();
+    for (int i = 0; i < 400; ++i) {
+        sample.Line(0, i * 5, 4000, i * 5, RGB(i % 256, 0, 0));
+        QCoreApplication::processEvents(); // a pump after every line, as the effects do
+    }
+    waitFrames(2);
+    const qint64 frames = clock.elapsed() / 16 + 2;
+    QVERIFY2(paints <= frames, qPrintable(QStringLiteral("%1 paints in %2 frames").arg(paints).arg(frames)));
+    QVERIFY(paints >= 1);
+    QCOMPARE(sample.surface().pixelColor(10, toPixelsY(5 * 399)), QColor(399 % 256, 0, 0));
+}
+
+void TestForms::drawingSetsThePaintersPixels_data()
+{
+    QTest::addColumn<Strokes>("strokes");
+    const QRgb red = 0xffff0000, green = 0xff00ff00, blue = 0xff0000ff;
+    Strokes lines;
+    for (int i = 0; i < 60; ++i) // every slope, fractions of a pixel included
+        lines << line(320 + 300 * std::cos(i * 0.105), 240 + 230 * std::sin(i * 0.105), 320 - 7.3 * i, 240 + 3.7 * i,
+                      0xff000000u | (i * 2654435761u));
+    QTest::newRow("lines of every slope") << lines;
+    QTest::newRow("lines past the edges, or outside") << Strokes{line(-50, 20.5, 700, 300, red), line(600, -40, 610, 900, green),
+                                                               line(-10, -10, -100, 50, blue), line(639.7, 10, 700, 479.9, red)};
+    QTest::newRow("a line drawn again, either way round") << Strokes{line(10, 10, 300, 200, red), line(300, 200, 10, 10, red),
+                                                                    line(10, 10, 300, 200, green)};
+    QTest::newRow("a line of no length, and a short one") << Strokes{line(50.4, 60.6, 50.4, 60.6, red), line(80, 80, 80.5, 81, green)};
+    QTest::newRow("circles, the first a dot") << Strokes{circle(100, 100, 0, red), circle(100, 100, 1, green), circle(200, 150, 37, blue)};
+    QTest::newRow("circles past the edges") << Strokes{circle(620, 470, 100, red), circle(10, 240, 300, green), circle(320, 240, 900, blue)};
+    QTest::newRow("a fan, then lines over it") << fan(300, 250, 0, 240) + Strokes{line(0, 0, 640, 480, red), line(0, 480, 640, 0, green)};
+    QTest::newRow("fans that meet, one past the edges") << fan(200, 200, 5, 180) + fan(420, 300, 0, 260);
+    QTest::newRow("circles around one centre, smaller after larger") << fan(300, 250, 60, 80) + fan(300, 250, 20, 70) +
+                                                                          Strokes{circle(300, 250, 70, red)};
+    QTest::newRow("a clear drops what came before it") << fan(300, 250, 0, 100) + Strokes{line(0, 5, 640, 5, red), cls,
+                                                                                        line(0, 10, 640, 400, green)};
+}
+
+void TestForms::drawingSetsThePaintersPixels()
+{
+    QFETCH(Strokes, strokes);
+    TestRuntime t;
+    Surface& window = form<Surface>();
+    window.setBackColor(vbBlack);
+    window.ScalePixels();
+    for (const Stroke& s : strokes) {
+        const OleColor colour = RGB(qRed(s.colour), qGreen(s.colour), qBlue(s.colour));
+        if (s.kind == Stroke::Line)
+            window.Line(s.a, s.b, s.c, s.d, colour);
+        else if (s.kind == Stroke::Circle)
+            window.Circle(s.a, s.b, s.c, colour);
+        else
+            window.Cls();
+    }
+    const QImage drawn = window.surface().copy(window.widget()->rect());
+    const QImage expected = painted(window.widget()->size(), strokes);
+    for (int y = 0; y < drawn.height(); ++y)
+        for (int x = 0; x < drawn.width(); ++x)
+            if (drawn.pixel(x, y) != expected.pixel(x, y))
+                QFAIL(qPrintable(QStringLiteral("pixel %1,%2 is %3, the painter's %4")
+                                     .arg(x).arg(y).arg(drawn.pixel(x, y), 8, 16).arg(expected.pixel(x, y), 8, 16)));
+}
+
+void TestForms::drawingSendsTheScreenWhatChanged_data()
+{
+    // What is drawn on a shown window whose picture (a dot at 5,5) is already on the screen, and
+    // what changed: all of it must reach the screen again, and nothing beyond the rectangle
+    // around it.
+    QTest::addColumn<Strokes>("strokes");
+    QTest::addColumn<QRegion>("changed");
+    QTest::addColumn<bool>("inATimersTick"); // drawn in a timer's handler that pumps messages
+    const QRegion dot(4, 4, 3, 3);
+    QTest::newRow("a short line") << Strokes{line(100, 100, 140, 120, 0xffff0000)} << QRegion(100, 100, 41, 21) << false;
+    QTest::newRow("a circle") << Strokes{circle(300, 200, 20, 0xff00ff00)} << QRegion(280, 180, 41, 41) << false;
+    QTest::newRow("a clear after a circle: only where something was")
+        << Strokes{circle(300, 200, 20, 0xff00ff00), cls} << QRegion(280, 180, 41, 41) + dot << false;
+    QTest::newRow("a timer's tick: all of it at once, as it ends")
+        << Strokes{line(10, 10, 50, 10, 0xffff0000), cls, line(20, 30, 60, 30, 0xff0000ff), circle(200, 200, 30, 0xffffffff)}
+        << QRegion(10, 10, 41, 1) + QRegion(20, 30, 41, 1) + QRegion(170, 170, 61, 61) + dot << true;
+}
+
+void TestForms::drawingSendsTheScreenWhatChanged()
+{
+    QFETCH(Strokes, strokes);
+    QFETCH(QRegion, changed);
+    QFETCH(bool, inATimersTick);
+    TestRuntime t;
+    Surface& window = form<Surface>();
+    window.setBackColor(vbBlack);
+    window.ScalePixels();
+    window.Circle(5, 5, 0, RGB(255, 255, 255)); // the window has a picture
+    window.Show();
+    QVERIFY(QTest::qWaitForWindowExposed(window.widget()));
+    QRegion painted;
+    int paintsWhileDrawing = 0;
+    bool drawing = false;
+    struct Watcher : QObject {
+        std::function<void(const QRegion&)> seen;
+        bool eventFilter(QObject*, QEvent* e) override
+        {
+            if (e->type() == QEvent::Paint)
+                seen(static_cast<QPaintEvent*>(e)->region());
+            return false;
+        }
+    } watcher;
+    QTRY_VERIFY(window.painted());
+    waitFrames(3); // the picture's first showing is over
+    watcher.seen = [&](const QRegion& r) {
+        painted += r;
+        paintsWhileDrawing += drawing;
+    };
+    window.widget()->installEventFilter(&watcher);
+
+    auto draw = [&] {
+        drawing = true;
+        for (const Stroke& s : strokes) {
+            const OleColor colour = RGB(qRed(s.colour), qGreen(s.colour), qBlue(s.colour));
+            if (s.kind == Stroke::Line)
+                window.Line(s.a, s.b, s.c, s.d, colour);
+            else if (s.kind == Stroke::Circle)
+                window.Circle(s.a, s.b, s.c, colour);
+            else
+                window.Cls();
+            if (inATimersTick && s.kind != Stroke::Circle)
+                DoEventsFor(kTimerFloorMs + 4); // a frame passes, and a paint could come
+        }
+        drawing = false;
+    };
+    if (inATimersTick) {
+        Timer tick(window, "Tick", 1);
+        bool ticked = false;
+        tick.onTimer([&] {
+            if (!std::exchange(ticked, true))
+                draw();
+        });
+        QTRY_VERIFY(ticked);
+    } else {
+        draw();
+    }
+    QTRY_VERIFY((changed - painted).isEmpty());
+    waitFrames(3); // nothing more comes
+    const QRect beyond = (painted - changed.boundingRect().adjusted(-2, -2, 2, 2)).boundingRect();
+    QVERIFY2(beyond.isEmpty(), qPrintable(QStringLiteral("also painted in %1,%2 %3x%4")
+                                               .arg(beyond.x()).arg(beyond.y()).arg(beyond.width()).arg(beyond.height())));
+    QCOMPARE(paintsWhileDrawing, 0);
 }
 
 void TestForms::keyPressSeesTextBeforeTheKey()
