@@ -130,6 +130,23 @@ Strokes fan(int x, int y, int from, int to)
     return strokes;
 }
 
+// Draws the strokes on the window; pumping messages after every stroke but a circle, a frame
+// long when asked.
+void draw(Surface& window, const Strokes& strokes, bool frames = false)
+{
+    for (const Stroke& s : strokes) {
+        const OleColor colour = RGB(qRed(s.colour), qGreen(s.colour), qBlue(s.colour));
+        if (s.kind == Stroke::Line)
+            window.Line(s.a, s.b, s.c, s.d, colour);
+        else if (s.kind == Stroke::Circle)
+            window.Circle(s.a, s.b, s.c, colour);
+        else
+            window.Cls();
+        if (s.kind != Stroke::Circle)
+            frames ? DoEventsFor(kTimerFloorMs + 4) : QCoreApplication::processEvents();
+    }
+}
+
 // Waits for so many ticks of a timer at the platform's floor: the frames drawing may take.
 void waitFrames(int frames)
 {
@@ -150,21 +167,16 @@ private Q_SLOTS:
     void init() { g_loads = g_unloads = 0; }
     void loadedOnFirstTouch();
     void unloadMakesAFreshInstanceUnlessCancelled();
-    void resumeNextSkipsOnlyTheFailingStatement();
-    void untrappedErrorIsReportedAndEndsTheProgram();
-    void reportText();
-    void loadErrorTravelsToTheToucher();
+    void errorModel();
     void endRunsNoUnloadHandler();
     void timerRunsAtTheFloorAndIsNotReentered();
     void timersStopped();
     void twipsRoundTrip_data();
     void twipsRoundTrip();
     void windowOuterSize();
-    void drawingInAUserScale();
     void controlArraysOfEveryKindPassTheIndex();
     void windowlessLinesLoadAndUnload();
     void windowMouseEventsInTheWindowsScale();
-    void drawingReachesTheScreenOncePerFrame();
     void drawingSetsThePaintersPixels_data();
     void drawingSetsThePaintersPixels();
     void drawingSendsTheScreenWhatChanged_data();
@@ -204,53 +216,32 @@ void TestForms::unloadMakesAFreshInstanceUnlessCancelled()
     QCOMPARE(g_loads, 2);
 }
 
-void TestForms::resumeNextSkipsOnlyTheFailingStatement()
+void TestForms::errorModel()
 {
     TestRuntime t;
+    // Resume Next skips the failing statement alone; an error in a window's load travels to
+    // the statement that touched it.
     QStringList ran;
     OnErrorResumeNext next;
     next([&] { ran << "one"; });
     next([&] { raiseError(ErrObjectRequired); ran << "never"; });
+    next([&] { form<Failing>(); });
     next([&] { ran << "three"; });
     QCOMPARE(ran, (QStringList{"one", "three"}));
-    QCOMPARE(next.Err(), int(ErrObjectRequired));
-}
-
-void TestForms::untrappedErrorIsReportedAndEndsTheProgram()
-{
-    TestRuntime t;
-    QStringList ran;
+    QCOMPARE(next.Err(), int(ErrFileNotFound));
+    QVERIFY(t.untrappedErrors.isEmpty());
+    // Untrapped, it is reported and ends the program: nothing more runs.
     runHandler([&] {
         ran << "before";
         raiseError(ErrInvalidPicture);
         ran << "after";
     });
-    QCOMPARE(ran, QStringList{"before"});
+    runHandler([&] { ran << "a later event"; });
+    QCOMPARE(ran.mid(2), QStringList{"before"});
     QCOMPARE(t.untrappedErrors, QList<int>{ErrInvalidPicture});
-    QVERIFY(t.runtime().ended());
-    runHandler([&] { ran << "a later event"; }); // the program has ended: nothing more runs
-    QCOMPARE(ran, QStringList{"before"});
-}
-
-void TestForms::reportText()
-{
-    const RuntimeError e(ErrFileNotFound);
-    QCOMPARE(e.description(), QStringLiteral("File not found"));
+    QCOMPARE(untrappedReport(RuntimeError(ErrFileNotFound)), QStringLiteral("Run-time error '53':\n\nFile not found"));
     QCOMPARE(RuntimeError(481).description(), QStringLiteral("Invalid picture"));
     QCOMPARE(RuntimeError(9999).description(), QStringLiteral("Application-defined or object-defined error"));
-    QCOMPARE(untrappedReport(e), QStringLiteral("Run-time error '53':\n\nFile not found"));
-}
-
-void TestForms::loadErrorTravelsToTheToucher()
-{
-    TestRuntime t;
-    OnErrorResumeNext next;
-    bool after = false;
-    next([&] { form<Failing>(); });
-    next([&] { after = true; });
-    QCOMPARE(next.Err(), int(ErrFileNotFound));
-    QVERIFY(after);
-    QVERIFY(t.untrappedErrors.isEmpty());
 }
 
 void TestForms::endRunsNoUnloadHandler()
@@ -352,58 +343,18 @@ void TestForms::windowOuterSize()
 {
     TestRuntime t;
     Sample& sample = form<Sample>();
-    QCOMPARE(TwipsPerPixelX(), 15.0);
-    QCOMPARE(ScreenWidth(), 1280 * 15);
+    QCOMPARE(std::pair(TwipsPerPixelX(), ScreenWidth()), std::pair(15.0, 1280 * 15));
     sample.Show();
     QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
     QSignalSpy written(&sample, &Form::sizeWritten);
     sample.setWidth(5000);
     sample.setHeight(4000);
-    QCOMPARE(sample.Width(), 5000);
-    QCOMPARE(sample.Height(), 4000);
+    QCOMPARE(std::pair(sample.Width(), sample.Height()), std::pair(5000, 4000));
     QCOMPARE(written.count(), 2);
-    QCOMPARE(written.at(1).at(1).toInt(), 4000);
     // The frame is what the window manager reports; on this screen there is none.
     QCOMPARE(sample.widget()->frameGeometry().size(), QSize(333, 267));
     sample.setWindowState(vbMaximized);
     QCOMPARE(sample.WindowState(), int(vbMaximized));
-    sample.setWindowState(vbNormal);
-    QCOMPARE(sample.WindowState(), int(vbNormal));
-}
-
-void TestForms::drawingInAUserScale()
-{
-    TestRuntime t;
-    Sample& sample = form<Sample>();
-    sample.setBackColor(vbBlack);
-    sample.Scale(0, 0, 100, 100);
-    QCOMPARE(sample.ScaleWidth(), 100.0);
-    sample.Line(0, 50, 100, 50, RGB(255, 0, 0));
-    const int y = sample.widget()->height() / 2;
-    QCOMPARE(sample.surface().pixelColor(sample.widget()->width() / 2, y), QColor(255, 0, 0));
-    QCOMPARE(sample.surface().pixelColor(sample.widget()->width() / 2, y / 2), QColor(0, 0, 0));
-
-    sample.ScalePixels();
-    sample.Circle(10, 10, 0, RGB(0, 255, 0)); // radius 0: a dot
-    QCOMPARE(sample.surface().pixelColor(10, 10), QColor(0, 255, 0));
-    sample.Circle(40, 40, 10, RGB(0, 0, 255));
-    QCOMPARE(sample.surface().pixelColor(50, 40), QColor(0, 0, 255));
-
-    sample.setBackColor(vbWhite); // setting the background clears the drawing
-    QCOMPARE(sample.surface().pixelColor(sample.widget()->width() / 2, y), QColor(255, 255, 255));
-    QCOMPARE(sample.surface().pixelColor(50, 40), QColor(255, 255, 255));
-
-    // Drawn over and over without a pause, and cleared in the middle: what follows the clear
-    // is all there, in the order drawn, however much of it there is.
-    for (int i = 0; i < 3000; ++i)
-        sample.Circle(60, 60, i % 50, RGB(0, 0, 255));
-    sample.Cls();
-    for (int i = 0; i < 5000; ++i)
-        sample.Line(0, i % 100, 100, i % 100, RGB(i < 4900 ? 0 : 255, 0, 0));
-    sample.Line(0, 10, 100, 10, RGB(0, 255, 0));
-    QCOMPARE(sample.surface().pixelColor(50, 99), QColor(255, 0, 0)); // the last run of lines
-    QCOMPARE(sample.surface().pixelColor(50, 10), QColor(0, 255, 0)); // the last line of all
-    QCOMPARE(sample.surface().pixelColor(110, 60), QColor(255, 255, 255)); // the fan was cleared
 }
 
 void TestForms::controlArraysOfEveryKindPassTheIndex()
@@ -435,37 +386,20 @@ void TestForms::windowlessLinesLoadAndUnload()
 {
     TestRuntime t;
     Arrays& w = form<Arrays>();
-    platform::Line& pen = w.Lines(0);
-    pen.setBorderColor(RGB(255, 0, 0));
-    pen.setBorderWidth(3);
-    pen.setVisible(false);
+    w.Lines(0).setBorderColor(RGB(255, 0, 0));
+    w.Lines(0).setVisible(false);
     // Loaded elements copy the lowest one and stay hidden until shown.
-    platform::Line& a = w.Lines.Load(w.Lines.UBound() + 1);
-    QCOMPARE(w.Lines.UBound(), 1);
-    QCOMPARE(a.BorderColor(), RGB(255, 0, 0));
-    QCOMPARE(a.BorderWidth(), 3);
-    QVERIFY(!a.Visible());
+    platform::Line& a = w.Lines.Load(1);
+    QCOMPARE(std::pair(a.BorderColor(), a.Visible()), std::pair(RGB(255, 0, 0), false));
     a.setEnds(150, 1500, 3000, 1500); // 10..200 px along y = 100 px
     a.setVisible(true);
-    pen.setBorderColor(RGB(0, 0, 255)); // later segments only
-    platform::Line& b = w.Lines.Load(2);
-    b.setEnds(150, 2250, 3000, 2250);
-    b.setVisible(true);
-    const QImage& drawn = w.graphicsLayer().picture();
-    QCOMPARE(drawn.pixelColor(100, 100), QColor(255, 0, 0));
-    QCOMPARE(drawn.pixelColor(100, 150), QColor(0, 0, 255));
-    QCOMPARE(w.graphicsLayer().count(), 3);
-
+    QCOMPARE(w.graphicsLayer().picture().pixelColor(100, 100), QColor(255, 0, 0));
     w.Lines.Unload(1);
-    QCOMPARE(w.graphicsLayer().count(), 2);
     QCOMPARE(w.graphicsLayer().picture().pixelColor(100, 100).alpha(), 0);
     OnErrorResumeNext next;
-    next([&] { w.Lines.Load(2); });
-    QCOMPARE(next.Err(), int(ErrObjectAlreadyLoaded));
     next([&] { w.Lines.Unload(1); });
     QCOMPARE(next.Err(), int(ErrNoSuchElement));
-    QCOMPARE(w.Lines.UBound(), 2);
-    QCOMPARE(w.Lines.Count(), 2);
+    QCOMPARE(w.Lines.Count(), 1);
 }
 
 void TestForms::windowMouseEventsInTheWindowsScale()
@@ -483,42 +417,13 @@ void TestForms::windowMouseEventsInTheWindowsScale()
                                     "click", "move 0 3300 1800"}));
 
     w.events.clear();
-    w.Scale(0, 0, 100, 100);
+    w.Scale(0, 0, 100, 100); // the mouse and drawing in the window's own scale
+    w.Line(0, 50, 100, 50, RGB(255, 0, 0));
+    QCOMPARE(w.surface().pixelColor(w.widget()->width() / 2, w.widget()->height() / 2), QColor(255, 0, 0));
     input::doubleClick(w, QPoint(w.widget()->width() / 2, w.widget()->height() / 2));
     QVERIFY(w.events.contains(QStringLiteral("dblclick")));
     QVERIFY(w.events.contains(QStringLiteral("down 1 50 50")));
     QCOMPARE(w.events.count(QStringLiteral("click")), 1); // the second press is the double-click's
-}
-
-void TestForms::drawingReachesTheScreenOncePerFrame()
-{
-    TestRuntime t;
-    Sample& sample = form<Sample>();
-    sample.Show();
-    QVERIFY(QTest::qWaitForWindowExposed(sample.widget()));
-    int paints = 0;
-    struct Counter : QObject {
-        int* n;
-        bool eventFilter(QObject*, QEvent* e) override
-        {
-            if (e->type() == QEvent::Paint)
-                ++*n;
-            return false;
-        }
-    } counter;
-    counter.n = &paints;
-    sample.widget()->installEventFilter(&counter);
-    QElapsedTimer clock;
-    clock.start();
-    for (int i = 0; i < 400; ++i) {
-        sample.Line(0, i * 5, 4000, i * 5, RGB(i % 256, 0, 0));
-        QCoreApplication::processEvents(); // a pump after every line, as the effects do
-    }
-    waitFrames(2);
-    const qint64 frames = clock.elapsed() / 16 + 2;
-    QVERIFY2(paints <= frames, qPrintable(QStringLiteral("%1 paints in %2 frames").arg(paints).arg(frames)));
-    QVERIFY(paints >= 1);
-    QCOMPARE(sample.surface().pixelColor(10, toPixelsY(5 * 399)), QColor(399 % 256, 0, 0));
 }
 
 void TestForms::drawingSetsThePaintersPixels_data()
@@ -552,15 +457,7 @@ void TestForms::drawingSetsThePaintersPixels()
     Surface& window = form<Surface>();
     window.setBackColor(vbBlack);
     window.ScalePixels();
-    for (const Stroke& s : strokes) {
-        const OleColor colour = RGB(qRed(s.colour), qGreen(s.colour), qBlue(s.colour));
-        if (s.kind == Stroke::Line)
-            window.Line(s.a, s.b, s.c, s.d, colour);
-        else if (s.kind == Stroke::Circle)
-            window.Circle(s.a, s.b, s.c, colour);
-        else
-            window.Cls();
-    }
+    draw(window, strokes);
     const QImage drawn = window.surface().copy(window.widget()->rect());
     const QImage expected = painted(window.widget()->size(), strokes);
     for (int y = 0; y < drawn.height(); ++y)
@@ -586,6 +483,10 @@ void TestForms::drawingSendsTheScreenWhatChanged_data()
     QTest::newRow("a timer's tick: all of it at once, as it ends")
         << Strokes{line(10, 10, 50, 10, 0xffff0000), cls, line(20, 30, 60, 30, 0xff0000ff), circle(200, 200, 30, 0xffffffff)}
         << QRegion(10, 10, 41, 1) + QRegion(20, 30, 41, 1) + QRegion(170, 170, 61, 61) + dot << true;
+    Strokes lines; // a pump after every line, as the effects draw
+    for (int i = 0; i < 400; ++i)
+        lines << line(0, i, 640, i, 0xff000000u | (i % 256) << 16);
+    QTest::newRow("400 lines, a pump after each") << lines << QRegion(0, 0, 640, 400) << false;
 }
 
 void TestForms::drawingSendsTheScreenWhatChanged()
@@ -601,7 +502,7 @@ void TestForms::drawingSendsTheScreenWhatChanged()
     window.Show();
     QVERIFY(QTest::qWaitForWindowExposed(window.widget()));
     QRegion painted;
-    int paintsWhileDrawing = 0;
+    int paints = 0, paintsWhileDrawing = 0;
     bool drawing = false;
     struct Watcher : QObject {
         std::function<void(const QRegion&)> seen;
@@ -616,23 +517,16 @@ void TestForms::drawingSendsTheScreenWhatChanged()
     waitFrames(3); // the picture's first showing is over
     watcher.seen = [&](const QRegion& r) {
         painted += r;
+        ++paints;
         paintsWhileDrawing += drawing;
     };
     window.widget()->installEventFilter(&watcher);
 
+    QElapsedTimer clock;
+    clock.start();
     auto draw = [&] {
         drawing = true;
-        for (const Stroke& s : strokes) {
-            const OleColor colour = RGB(qRed(s.colour), qGreen(s.colour), qBlue(s.colour));
-            if (s.kind == Stroke::Line)
-                window.Line(s.a, s.b, s.c, s.d, colour);
-            else if (s.kind == Stroke::Circle)
-                window.Circle(s.a, s.b, s.c, colour);
-            else
-                window.Cls();
-            if (inATimersTick && s.kind != Stroke::Circle)
-                DoEventsFor(kTimerFloorMs + 4); // a frame passes, and a paint could come
-        }
+        ::draw(window, strokes, inATimersTick);
         drawing = false;
     };
     if (inATimersTick) {
@@ -651,7 +545,8 @@ void TestForms::drawingSendsTheScreenWhatChanged()
     const QRect beyond = (painted - changed.boundingRect().adjusted(-2, -2, 2, 2)).boundingRect();
     QVERIFY2(beyond.isEmpty(), qPrintable(QStringLiteral("also painted in %1,%2 %3x%4")
                                                .arg(beyond.x()).arg(beyond.y()).arg(beyond.width()).arg(beyond.height())));
-    QCOMPARE(paintsWhileDrawing, 0);
+    QCOMPARE(paintsWhileDrawing > 0, strokes.size() > 100); // a tick reaches the screen whole, a long pumped run as it goes
+    QVERIFY2(paints <= clock.elapsed() / kTimerFloorMs + 2, qPrintable(QString::number(paints))); // at most once a frame
 }
 
 void TestForms::keyPressSeesTextBeforeTheKey()
