@@ -233,11 +233,15 @@ bool Form::noteFrame()
 {
     if (!m_widget->isVisible() || m_widget->isMinimized())
         return false;
-    const QSize frame = m_widget->frameGeometry().size() - size();
+    const std::optional<QMargins> announced = announcedFrameMargins(m_widget->internalWinId());
+    const QSize frame = announced ? QSize(announced->left() + announced->right(), announced->top() + announced->bottom())
+                                  : m_widget->frameGeometry().size() - size();
     if (frame == m_frame)
         return false;
     m_frame = frame;
-    if (const QWindow* handle = m_widget->windowHandle(); handle && !frame.isEmpty())
+    if (announced)
+        noteFrameMargins(*announced);
+    else if (const QWindow* handle = m_widget->windowHandle(); handle && !frame.isEmpty())
         noteFrameMargins(handle->frameMargins());
     // A frame seen for the first time may push the window past the screen's edge.
     if (!m_widget->isMaximized() && !m_widget->isFullScreen()) {

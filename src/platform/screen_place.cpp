@@ -4,6 +4,7 @@
 #include <QCoreApplication>
 #include <QApplication>
 #include <QGuiApplication>
+#include <QHash>
 #include <QScreen>
 #include <QWidget>
 
@@ -16,11 +17,12 @@ namespace platform {
 namespace {
 
 QMargins g_frame;
+QHash<WId, QMargins> g_announced;
 
 // Listens for the window manager's _NET_FRAME_EXTENTS on the program's windows.
 class FrameWatcher : public QAbstractNativeEventFilter {
 public:
-    explicit FrameWatcher(xcb_connection_t* connection)
+    explicit FrameWatcher(xcb_connection_t* connection) : m_connection(connection)
     {
         const char name[] = "_NET_FRAME_EXTENTS";
         xcb_intern_atom_reply_t* reply =
@@ -41,8 +43,9 @@ public:
         const auto* property = static_cast<const xcb_property_notify_event_t*>(message);
         if (property->atom != m_atom)
             return false;
-        // Qt reads the new frame lazily after its own handling of this event: tell the window
-        // through the event queue, so that it asks once Qt knows.
+        // Qt works the frame out from where the window manager's own windows stand, which may
+        // not have moved yet: the extents announced are what the frame will be.
+        g_announced[property->window] = extents(property->window);
         for (QWidget* top : QApplication::topLevelWidgets())
             if (top->internalWinId() == property->window)
                 QCoreApplication::postEvent(top, new QEvent(frameChangedEventType()));
@@ -50,12 +53,33 @@ public:
     }
 
 private:
+    // Left, right, top, bottom; none when the property was taken away.
+    QMargins extents(xcb_window_t window) const
+    {
+        xcb_get_property_reply_t* reply = xcb_get_property_reply(
+            m_connection, xcb_get_property(m_connection, 0, window, m_atom, XCB_ATOM_CARDINAL, 0, 4), nullptr);
+        QMargins margins;
+        if (reply && xcb_get_property_value_length(reply) == 4 * int(sizeof(uint32_t))) {
+            const auto* e = static_cast<const uint32_t*>(xcb_get_property_value(reply));
+            margins = QMargins(int(e[0]), int(e[2]), int(e[1]), int(e[3]));
+        }
+        std::free(reply);
+        return margins;
+    }
+
+    xcb_connection_t* m_connection;
     xcb_atom_t m_atom = XCB_ATOM_NONE;
 };
 
 } // namespace
 
 QMargins knownFrameMargins() { return g_frame; }
+
+std::optional<QMargins> announcedFrameMargins(WId window)
+{
+    const auto found = g_announced.constFind(window);
+    return found == g_announced.constEnd() ? std::nullopt : std::optional(*found);
+}
 void noteFrameMargins(const QMargins& margins) { g_frame = margins; }
 
 QRect wholeOnScreen(const QRect& outer, const QRect& screen)

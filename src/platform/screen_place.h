@@ -7,6 +7,9 @@
 #include <QEvent>
 #include <QMargins>
 #include <QRect>
+#include <qwindowdefs.h>
+
+#include <optional>
 
 class QWidget;
 
@@ -16,6 +19,8 @@ namespace platform {
 // before one is seen, or where no window manager runs).
 QMargins knownFrameMargins();
 void noteFrameMargins(const QMargins& margins);
+// The frame the window manager last announced for this window (on X11), if it has.
+std::optional<QMargins> announcedFrameMargins(WId window);
 
 // The outer rectangle moved (never resized) so that it lies on the available screen area; a
 // rectangle larger than the screen keeps its top-left corner on it.
