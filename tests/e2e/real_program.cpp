@@ -144,6 +144,7 @@ QStringList RealProgram::playing() const
 QString RealProgram::run(const QString& tool, const QStringList& args) const
 {
     QProcess p;
+    p.setProcessEnvironment(m_process.processEnvironment()); // on the program's display
     p.start(tool, args);
     p.waitForFinished(30000);
     return p.exitCode() == 0 ? QString::fromUtf8(p.readAllStandardOutput()).trimmed() : QString();

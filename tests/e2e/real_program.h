@@ -24,7 +24,8 @@ public:
     QByteArray read(const QString& name) const;
     // Chooses the shipped theme, as the theme selector would have stored it.
     void useTheme(const QString& theme = QStringLiteral("Default"));
-    // An environment variable of the program's, set (or, with no value, taken away).
+    // An environment variable of the program's and of the tools that look at it, set (or, with
+    // no value, taken away).
     void setEnvironment(const QString& name, const QString& value = {});
 
     void start();
