@@ -114,6 +114,7 @@ void TestProcedures::squeezeStretchSizes_data()
     QTest::newRow("4000 twips") << 4000
                                 << QList<int>{3600, 3200, 2800, 2400, 2000, 1600, 1200, 800, 400, 0};
     QTest::newRow("500 twips") << 500 << QList<int>{100};
+    QTest::newRow("640 twips: stops on the band") << 640 << QList<int>{240};
 }
 
 void TestProcedures::squeezeStretchSizes()
