@@ -1,5 +1,5 @@
 // What the windows share, one table each: every window's designed captions are there and fit
-// their boxes in this desktop's font; each window's colours for the font colour codes; each
+// their boxes in this desktop's font, and its controls stand where they stood (its look); each window's colours for the font colour codes; each
 // window's resize rule with its boundary rows and its too-small error; and a theme picture
 // that is missing ending the program where the window loads or presses it.
 
@@ -28,6 +28,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QCheckBox>
+#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QStyle>
@@ -116,6 +117,31 @@ QList<Fit> captionsOf(QWidget& window)
     return fits;
 }
 
+// Every designed control as a person sees it: where it stands in the window, its font and its
+// caption. Compared with the window's file under tests/shared/looks/, which the test writes
+// instead when GLIDEPATH_WRITE_LOOKS is set (after a change to a window's look, reviewed in git).
+QStringList lookOf(QWidget& window)
+{
+    QStringList lines{QStringLiteral("window %1x%2").arg(window.width()).arg(window.height())};
+    for (QWidget* w : window.findChildren<QWidget*>()) {
+        if (w->objectName().isEmpty() || w->objectName().startsWith(QLatin1String("qt_")) || !w->isVisibleTo(&window))
+            continue;
+        QString caption;
+        if (auto* label = qobject_cast<QLabel*>(w))
+            caption = label->text();
+        else if (auto* button = qobject_cast<QAbstractButton*>(w))
+            caption = button->text();
+        else if (auto* frame = qobject_cast<QGroupBox*>(w))
+            caption = frame->title();
+        const QPoint at = w->mapTo(&window, QPoint());
+        lines << QStringLiteral("%1 %2,%3 %4x%5 %6 %7%8 %9")
+                     .arg(w->objectName()).arg(at.x()).arg(at.y()).arg(w->width()).arg(w->height())
+                     .arg(w->font().family()).arg(w->font().pointSizeF()).arg(w->font().bold() ? " bold" : "")
+                     .arg(caption.replace(QLatin1Char('\n'), QLatin1String("\\n"))).trimmed();
+    }
+    return lines;
+}
+
 } // namespace
 
 class TestWindows : public QObject {
@@ -178,6 +204,12 @@ void TestWindows::captions_data()
         p.open<MainFRM>()->URLC.setText(m_server.url("/titled").toString()); // what it fetches first
         return p.open<HTMLViewerFRM>();
     }) << QStringList{"URL:", "View Source", "Open In Editor"};
+    // Windows without a designed caption, for their look.
+    QTest::newRow("EditorBrowserFRM") << opens<EditorBrowserFRM>() << QStringList{};
+    QTest::newRow("NotePadFRM") << opens<NotePadFRM>() << QStringList{};
+    QTest::newRow("ReadMeFRM") << opens<ReadMeFRM>() << QStringList{};
+    QTest::newRow("DriveExplorerFRM") << opens<DriveExplorerFRM>() << QStringList{};
+    QTest::newRow("FavoritePlacesFRM") << opens<FavoritePlacesFRM>() << QStringList{};
 }
 
 void TestWindows::captions()
@@ -195,6 +227,21 @@ void TestWindows::captions()
     }
     for (const QString& text : texts)
         QVERIFY2(shown.contains(text), qPrintable(text + " is not among " + shown.join(" | ")));
+
+    // The main window's layout follows its menu bar's height in this desktop's font.
+    if (dynamic_cast<MainFRM*>(window) || dynamic_cast<BrowserStatusFRM*>(window))
+        return;
+    QFile file(QStringLiteral(GLIDEPATH_SOURCE_DIR "/tests/shared/looks/") + window->objectName() + ".txt");
+    const QStringList look = lookOf(*window->widget());
+    if (qEnvironmentVariableIsSet("GLIDEPATH_WRITE_LOOKS")) {
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write((look.join('\n') + '\n').toUtf8());
+        return;
+    }
+    QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.fileName()));
+    const QStringList designed = QString::fromUtf8(file.readAll()).split('\n', Qt::SkipEmptyParts);
+    for (qsizetype i = 0; i < std::max(look.size(), designed.size()); ++i)
+        QCOMPARE(look.value(i), designed.value(i));
 }
 
 void TestWindows::fontColours_data()
