@@ -24,8 +24,6 @@ using namespace platform;
 
 namespace {
 
-const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
-
 // The progress values of the captions "Glidepath - [ name ] - [ Loading a  of  b ]".
 QList<int> progressValues(const QStringList& captions)
 {

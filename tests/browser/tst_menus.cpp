@@ -42,8 +42,6 @@ Q_DECLARE_METATYPE(Target)
 
 namespace {
 
-const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
-
 template <class F>
 Target target(const char* name)
 {

@@ -17,9 +17,9 @@
 using namespace platform;
 
 const QString kThemes = QStringLiteral(GLIDEPATH_SOURCE_DIR "/themes");
+const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
 
 namespace {
-const QString kDone = QStringLiteral("Glidepath - [Done Loading Document]");
 
 bool shown(const QString& name)
 {

@@ -19,6 +19,7 @@ class WebBrowser;
 
 // The themes the program ships, in the source tree.
 extern const QString kThemes;
+extern const QString kDone; // the main window's caption once a page has loaded
 
 class Program : public TestRuntime {
 public:
