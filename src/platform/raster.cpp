@@ -22,6 +22,7 @@ struct Pixels {
     {
     }
     bool inside(int x, int y) const { return x >= 0 && x < width && y >= 0 && y < height; }
+    bool column(int x) const { return unsigned(x) < unsigned(width); }
     QRgb* row(int y) const { return bits + y * stride; }
     // Pixels x0 to x1 of row y, whatever of them lies inside.
     void run(int y, int x0, int x1, QRgb colour) const
@@ -154,34 +155,18 @@ private:
     bool m_steep = false;
 };
 
-// Puts a ring's row, and its mirror below the centre, in the picture.
-inline void putRow(const Pixels& px, int cx, int cy, RingRows::Row r, QRgb colour)
+// A row of a ring, right of the centre and its mirror left of it, on picture row y: a run of
+// pixels each side, whatever of them lies inside.
+void putRun(const Pixels& px, int y, int cx, RingRows::Row r, QRgb colour)
 {
     // The left half starts one pixel further in at the top and bottom (x = 0), where the two
     // halves meet.
     const int leftLength = r.x > 0 ? r.length : r.length - 1;
     const int leftStart = cx - r.x - r.length + 1;
     const int rightStart = cx + r.x;
-    const bool across = leftStart >= 0 && rightStart + r.length <= px.width; // both halves inside
-    for (const int row : {cy - r.y, cy + r.y}) {
-        if (row >= 0 && row < px.height) {
-            QRgb* line = px.row(row);
-            if (across && r.length == 1) { // most rows: a pixel each side
-                line[rightStart] = colour;
-                if (leftLength > 0)
-                    line[leftStart] = colour;
-            } else if (across) {
-                std::fill_n(line + rightStart, r.length, colour);
-                std::fill_n(line + leftStart, leftLength, colour);
-            } else {
-                px.run(row, rightStart, rightStart + r.length - 1, colour);
-                if (leftLength > 0)
-                    px.run(row, leftStart, leftStart + leftLength - 1, colour);
-            }
-        }
-        if (r.y == 0)
-            break; // the middle row once
-    }
+    px.run(y, rightStart, rightStart + r.length - 1, colour);
+    if (leftLength > 0)
+        px.run(y, leftStart, leftStart + leftLength - 1, colour);
 }
 
 } // namespace
@@ -275,8 +260,32 @@ void rings(QImage& picture, QPoint centre, const Ring* rings, std::size_t count)
         for (int y = rings[steppable - 1].radius; y >= 0; --y) {
             while (firstReaching > 0 && rings[firstReaching - 1].radius >= y)
                 --firstReaching;
-            for (std::size_t i = firstReaching; i < steppable; ++i)
-                putRow(px, cx, cy, rows[i].next(), rings[i].colour);
+            const int top = cy - y, bottom = y > 0 ? cy + y : -1; // the middle row once
+            QRgb* above = top >= 0 && top < px.height ? px.row(top) : nullptr;
+            QRgb* below = bottom >= 0 && bottom < px.height ? px.row(bottom) : nullptr;
+            for (std::size_t i = firstReaching; i < steppable; ++i) {
+                const RingRows::Row r = rows[i].next();
+                const QRgb colour = rings[i].colour;
+                if (r.length > 1) {
+                    putRun(px, top, cx, r, colour);
+                    putRun(px, bottom, cx, r, colour);
+                    continue;
+                }
+                // Most rows: a pixel each side, written here (at x = 0, one pixel twice).
+                const int right = cx + r.x, left = cx - r.x;
+                if (px.column(right)) {
+                    if (above)
+                        above[right] = colour;
+                    if (below)
+                        below[right] = colour;
+                }
+                if (px.column(left)) {
+                    if (above)
+                        above[left] = colour;
+                    if (below)
+                        below[left] = colour;
+                }
+            }
         }
     }
     for (std::size_t i = steppable; i < count; ++i) {

@@ -444,6 +444,7 @@ void TestForms::drawingSetsThePaintersPixels_data()
     QTest::newRow("circles past the edges") << Strokes{circle(620, 470, 100, red), circle(10, 240, 300, green), circle(320, 240, 900, blue)};
     QTest::newRow("a fan, then lines over it") << fan(300, 250, 0, 240) + Strokes{line(0, 0, 640, 480, red), line(0, 480, 640, 0, green)};
     QTest::newRow("fans that meet, one past the edges") << fan(200, 200, 5, 180) + fan(420, 300, 0, 260);
+    QTest::newRow("fans around centres outside") << fan(-50, 200, 40, 120) + fan(700, 540, 50, 150) + fan(300, -30, 20, 60);
     QTest::newRow("circles around one centre, smaller after larger") << fan(300, 250, 60, 80) + fan(300, 250, 20, 70) +
                                                                           Strokes{circle(300, 250, 70, red)};
     QTest::newRow("a clear drops what came before it") << fan(300, 250, 0, 100) + Strokes{line(0, 5, 640, 5, red), cls,
