@@ -38,6 +38,11 @@ public:
         if (m_atom == XCB_ATOM_NONE || type != "xcb_generic_event_t")
             return false;
         const auto* event = static_cast<const xcb_generic_event_t*>(message);
+        if ((event->response_type & ~0x80) == XCB_DESTROY_NOTIFY) {
+            // A window made again after an unload is a new X window: the old one's frame goes.
+            g_announced.remove(static_cast<const xcb_destroy_notify_event_t*>(message)->window);
+            return false;
+        }
         if ((event->response_type & ~0x80) != XCB_PROPERTY_NOTIFY)
             return false;
         const auto* property = static_cast<const xcb_property_notify_event_t*>(message);
@@ -53,7 +58,7 @@ public:
     }
 
 private:
-    // Left, right, top, bottom; none when the property was taken away.
+    // Left, right, top, bottom; all zero when the property was taken away.
     QMargins extents(xcb_window_t window) const
     {
         xcb_get_property_reply_t* reply = xcb_get_property_reply(
