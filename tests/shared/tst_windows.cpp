@@ -1,6 +1,6 @@
 // What the windows share, one table each: every window's designed captions are there and fit
-// their boxes in this desktop's font, and its controls stand where they stood (its look); each window's colours for the font colour codes; each
-// window's resize rule with its boundary rows and its too-small error; and a theme picture
+// their boxes in this desktop's font, and its controls stand where they stood (its look); each
+// window's colours for the font colour codes; each window's resize rule with its boundary rows and its too-small error; and a theme picture
 // that is missing ending the program where the window loads or presses it.
 
 #include "accessories/about.h"
@@ -88,30 +88,41 @@ struct Fit {
     int room;
 };
 
+// What a control shows as its caption: a label's text, a button's or a frame's title.
+QString captionOf(const QWidget* w)
+{
+    if (auto* label = qobject_cast<const QLabel*>(w))
+        return label->text();
+    if (auto* button = qobject_cast<const QAbstractButton*>(w))
+        return button->text();
+    if (auto* frame = qobject_cast<const QGroupBox*>(w))
+        return frame->title();
+    return {};
+}
+
 QList<Fit> captionsOf(QWidget& window)
 {
     QList<Fit> fits;
     for (QWidget* w : window.findChildren<QWidget*>()) {
-        if (!w->isVisibleTo(&window))
+        const QString text = captionOf(w);
+        if (text.isEmpty() || !w->isVisibleTo(&window))
             continue;
-        const QFontMetrics metrics(w->font());
-        if (auto* label = qobject_cast<QLabel*>(w); label && !label->text().isEmpty()) {
-            const QString text = label->text();
-            fits.append({text, label->wordWrap() ? label->heightForWidth(label->width()) : metrics.horizontalAdvance(text),
-                         label->wordWrap() ? label->height() : label->width()});
-        } else if (auto* box = qobject_cast<QCheckBox*>(w); box && !box->text().isEmpty()) {
+        const int needed = QFontMetrics(w->font()).horizontalAdvance(text);
+        if (auto* label = qobject_cast<QLabel*>(w); label && label->wordWrap()) {
+            fits.append({text, label->heightForWidth(label->width()), label->height()});
+        } else if (auto* box = qobject_cast<QCheckBox*>(w)) {
             // The text stands right of the box's indicator.
             QStyleOptionButton option;
             option.initFrom(box);
-            option.text = box->text();
-            const QRect room = box->style()->subElementRect(QStyle::SE_CheckBoxContents, &option, box);
-            fits.append({box->text(), metrics.horizontalAdvance(box->text()), room.width()});
-        } else if (auto* button = qobject_cast<QAbstractButton*>(w); button && !button->text().isEmpty()) {
+            option.text = text;
+            fits.append({text, needed, box->style()->subElementRect(QStyle::SE_CheckBoxContents, &option, box).width()});
+        } else if (qobject_cast<QAbstractButton*>(w)) {
             // The caption and the button's own bevel on each side.
-            const int bevel = 2 * button->style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, button);
-            fits.append({button->text(), metrics.horizontalAdvance(button->text()) + bevel, button->width()});
-        } else if (auto* frame = qobject_cast<QGroupBox*>(w); frame && !frame->title().isEmpty()) {
-            fits.append({frame->title(), metrics.horizontalAdvance(frame->title()) + 16, frame->width()});
+            fits.append({text, needed + 2 * w->style()->pixelMetric(QStyle::PM_ButtonMargin, nullptr, w), w->width()});
+        } else if (qobject_cast<QGroupBox*>(w)) {
+            fits.append({text, needed + 16, w->width()});
+        } else {
+            fits.append({text, needed, w->width()});
         }
     }
     return fits;
@@ -126,13 +137,7 @@ QStringList lookOf(QWidget& window)
     for (QWidget* w : window.findChildren<QWidget*>()) {
         if (w->objectName().isEmpty() || w->objectName().startsWith(QLatin1String("qt_")) || !w->isVisibleTo(&window))
             continue;
-        QString caption;
-        if (auto* label = qobject_cast<QLabel*>(w))
-            caption = label->text();
-        else if (auto* button = qobject_cast<QAbstractButton*>(w))
-            caption = button->text();
-        else if (auto* frame = qobject_cast<QGroupBox*>(w))
-            caption = frame->title();
+        QString caption = captionOf(w);
         const QPoint at = w->mapTo(&window, QPoint());
         lines << QStringLiteral("%1 %2,%3 %4x%5 %6 %7%8 %9")
                      .arg(w->objectName()).arg(at.x()).arg(at.y()).arg(w->width()).arg(w->height())
