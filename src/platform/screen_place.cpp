@@ -6,6 +6,7 @@
 #include <QGuiApplication>
 #include <QHash>
 #include <QScreen>
+#include <QTimer>
 #include <QWidget>
 
 #include <xcb/xcb.h>
@@ -43,6 +44,10 @@ public:
             g_announced.remove(static_cast<const xcb_destroy_notify_event_t*>(message)->window);
             return false;
         }
+        if ((event->response_type & ~0x80) == XCB_REPARENT_NOTIFY) {
+            askPlaceAgain(static_cast<const xcb_reparent_notify_event_t*>(message)->window);
+            return false;
+        }
         if ((event->response_type & ~0x80) != XCB_PROPERTY_NOTIFY)
             return false;
         const auto* property = static_cast<const xcb_property_notify_event_t*>(message);
@@ -58,6 +63,41 @@ public:
     }
 
 private:
+    // A window taken into the window manager's frame is put where the program placed it once
+    // more if the window system has it elsewhere: a compositor's X window manager (weston's) can
+    // frame a window in its corner and leave it there, without a word, while Qt still believes
+    // the place it asked for. It can do so a while after the window came, so it is looked at a
+    // few times, each a single question to the X server.
+    void askPlaceAgain(xcb_window_t window) const
+    {
+        for (QWidget* top : QApplication::topLevelWidgets()) {
+            if (top->internalWinId() != window)
+                continue;
+            for (const int ms : {0, 100, 300, 1000})
+                QTimer::singleShot(ms, top, [top, connection = m_connection] { keepPlace(*top, connection); });
+        }
+    }
+
+    static void keepPlace(QWidget& top, xcb_connection_t* connection)
+    {
+        if (!top.isVisible() || top.isMaximized() || top.isFullScreen() || top.isMinimized())
+            return;
+        const auto window = xcb_window_t(top.internalWinId());
+        const xcb_window_t root = xcb_setup_roots_iterator(xcb_get_setup(connection)).data->root;
+        xcb_translate_coordinates_reply_t* real =
+            xcb_translate_coordinates_reply(connection, xcb_translate_coordinates(connection, window, root, 0, 0), nullptr);
+        if (!real)
+            return;
+        const QPoint seen(real->dst_x, real->dst_y);
+        std::free(real);
+        if (seen == top.geometry().topLeft())
+            return;
+        const QPoint at = top.pos(); // as Qt asked: the frame's corner
+        const uint32_t place[] = {uint32_t(at.x()), uint32_t(at.y())};
+        xcb_configure_window(connection, window, XCB_CONFIG_WINDOW_X | XCB_CONFIG_WINDOW_Y, place);
+        xcb_flush(connection);
+    }
+
     // Left, right, top, bottom; all zero when the property was taken away.
     QMargins extents(xcb_window_t window) const
     {
