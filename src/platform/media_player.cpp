@@ -10,6 +10,7 @@
 #include <QLabel>
 #include <QMediaPlayer>
 #include <QSlider>
+#include <QProxyStyle>
 #include <QStyle>
 #include <QTimer>
 #include <QToolButton>
@@ -45,8 +46,21 @@ constexpr int kDisplayMarginYPx = 4;
 constexpr int kDisplayLineSpacingPx = 2;
 constexpr int kSpeakerIconPx = 16;
 constexpr int kVolumeGapPx = 6;
-// A click beside the position slider's handle moves this far.
+// Page Up and Page Down on the position slider move this far.
 constexpr int kPositionPageStepMs = 5000;
+
+// A click on the position slider's groove puts the tune there, as media players do; stepping
+// instead would take any click on a tune shorter than a step to its end.
+class JumpToClickStyle : public QProxyStyle {
+public:
+    using QProxyStyle::QProxyStyle;
+    int styleHint(StyleHint hint, const QStyleOption* option, const QWidget* widget, QStyleHintReturn* returned) const override
+    {
+        if (hint == SH_Slider_AbsoluteSetButtons)
+            return Qt::LeftButton;
+        return QProxyStyle::styleHint(hint, option, widget, returned);
+    }
+};
 
 QString clock(qint64 ms)
 {
@@ -114,12 +128,15 @@ QWidget* MediaPlayer::makePositionSlider()
     m_position->setAccessibleName(QStringLiteral("Position"));
     m_position->setRange(0, 0);
     m_position->setPageStep(kPositionPageStepMs);
+    auto* jump = new JumpToClickStyle;
+    jump->setParent(m_position);
+    m_position->setStyle(jump);
     connect(m_position, &QSlider::sliderReleased, this, [this] {
         if (m_player)
             m_player->setPosition(m_position->value());
     });
     connect(m_position, &QSlider::actionTriggered, this, [this](int action) {
-        // A click on the groove or a key moves the position at once; a drag when it ends.
+        // A key moves the position at once; a click or a drag when the button is let go.
         if (m_player && action != QAbstractSlider::SliderMove)
             QTimer::singleShot(0, this, [this] { m_player->setPosition(m_position->value()); });
     });
