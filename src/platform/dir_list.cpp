@@ -39,8 +39,15 @@ void DirListBox::fill()
     // A click or an arrow key only highlights a directory; opening it (double-click or Enter)
     // makes it the Path, as a classic directory list does.
     connect(t, &QTreeView::activated, this, &DirListBox::handleActivated);
-    // The model reads directories in the background: open the path again as its parts arrive.
+    connect(t->selectionModel(), &QItemSelectionModel::currentChanged, this, [this] {
+        if (!m_settingPath)
+            m_highlightMoved = true;
+    });
+    // The model reads directories in the background, and again whenever one changes on disk:
+    // open the path again as its parts arrive, unless the user has moved the highlight since.
     connect(m_model, &QFileSystemModel::directoryLoaded, this, [this](const QString& loaded) {
+        if (m_highlightMoved)
+            return;
         if (m_path == loaded || m_path.startsWith(loaded.endsWith(QLatin1Char('/')) ? loaded : loaded + QLatin1Char('/')))
             showPath();
     });
@@ -53,6 +60,7 @@ void DirListBox::showPath()
         return;
     const QModelIndex index = m_model->index(m_path);
     m_settingPath = true;
+    m_highlightMoved = false;
     tree()->setCurrentIndex(index);
     for (QModelIndex parent = index.parent(); parent.isValid(); parent = parent.parent())
         tree()->expand(parent);
@@ -87,6 +95,7 @@ void DirListBox::handleActivated(const QModelIndex& index)
     if (path.isEmpty() || path == m_path)
         return;
     m_path = path;
+    m_highlightMoved = false; // the highlight is the path again: its sub-directories are shown as they come
     raiseChange();
 }
 

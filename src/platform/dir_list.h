@@ -30,6 +30,7 @@ private:
     QFileSystemModel* m_model = nullptr;
     QString m_path;
     bool m_settingPath = false;
+    bool m_highlightMoved = false; // by the user, since the path was last shown
 };
 
 } // namespace platform

@@ -135,6 +135,11 @@ void TestComponents::directoryList()
     QTRY_COMPARE(tree->model()->rowCount(tree->currentIndex()), 1); // "Deep" has been read
     input::key(holder.Dir, Qt::Key_Down);
     QTRY_COMPARE(tree->currentIndex().data().toString(), QStringLiteral("Deep"));
+    // A directory above it changing on disk, read again, leaves the highlight where it is.
+    QSignalSpy reread(tree->model(), SIGNAL(directoryLoaded(QString)));
+    QDir(AppPath()).mkdir(QStringLiteral("Green"));
+    QTRY_VERIFY(reread.contains(QVariantList{AppPath()}));
+    QCOMPARE(tree->currentIndex().data().toString(), QStringLiteral("Deep"));
     QCOMPARE(holder.Dir.Path(), AppPath() + "/Blue");
     QCOMPARE(changed, 1);
     input::key(holder.Dir, Qt::Key_Return);
